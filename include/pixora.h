@@ -1,0 +1,11 @@
+/* Pixora (libpixoraopt): image processing and computer vision with
+   run-time choice of CPU, vector unit, GPU or DSP for every operation. */
+#ifndef PIXORA_H
+#define PIXORA_H
+
+#include "pixora/types.h"
+#include "pixora/frame.h"
+#include "pixora/memory.h"
+#include "pixora/filters.h"
+
+#endif

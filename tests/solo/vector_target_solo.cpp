@@ -1,0 +1,34 @@
+// The vector target kind 1 runs on: printed for the CI log, and checked to be
+// a real vector unit rather than the portable fall-back.
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+#include <cstdio>
+#include <set>
+#include <string>
+
+#include "simd/target_info.h"
+
+namespace {
+
+TEST(VectorTarget, ChosenTargetIsTheMachinesVectorUnit) {
+    const std::string name = pxr::simd::chosenTargetName();
+    std::printf("pixora vector target: %s\n", name.c_str());
+    RecordProperty("vector_target", name);
+
+    // The baseline the library was compiled for must run on this processor,
+    // or every kind-1 call would execute instructions it does not have.
+    EXPECT_NE(hwy::SupportedTargets() & HWY_STATIC_TARGET, 0) << "static target "
+                                                              << hwy::TargetName(HWY_STATIC_TARGET);
+
+    EXPECT_NE(name, "EMU128");
+    EXPECT_NE(name, "SCALAR");
+#if defined(__arm__) || defined(__aarch64__)
+    EXPECT_EQ(name, "NEON");
+#elif defined(__x86_64__)
+    const std::set<std::string> x86{"SSE4", "AVX2", "AVX3", "AVX3_DL", "AVX3_ZEN4", "AVX3_SPR"};
+    EXPECT_TRUE(x86.count(name)) << name << " is not an SSE4-or-later x86-64 target";
+#endif
+}
+
+}  // namespace

@@ -212,44 +212,34 @@ TEST(Gaussian3x3Invariant, FailureEndsTheProcessWithItsSourceText) {
 
 TEST(Gaussian3x3Differential, PlainGeneration) {
     for (int blurBorder : {0, 1}) {
-        pxr::test::DiffOp op{"pxrFilterGaussian3x3u8 blurBorder " + std::to_string(blurBorder),
-                             PXR_ROW_FilterGaussian3x3u8,
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [blurBorder](auto& in, auto& out) {
-                                 pxrFilterGaussian3x3u8(in[0].data(), in[0].width(), in[0].height(), out[0].data(), blurBorder);
-                             },
-                             true};
-        pxr::test::expectAllKindsMatch(op);
+        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+            "pxrFilterGaussian3x3u8 blurBorder " + std::to_string(blurBorder), PXR_ROW_FilterGaussian3x3u8, 1, 1,
+            [blurBorder](GuardedImage& s, GuardedImage& d) {
+                pxrFilterGaussian3x3u8(s.data(), s.width(), s.height(), d.data(), blurBorder);
+            },
+            true));
     }
 }
 
 TEST(Gaussian3x3Differential, StridedGeneration) {
     for (int blurBorder : {0, 1, 2}) {
-        pxr::test::DiffOp op{"pxrFilterGaussian3x3u8_v2 blurBorder " + std::to_string(blurBorder),
-                             PXR_ROW_FilterGaussian3x3u8,
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [blurBorder](auto& in, auto& out) {
-                                 pxrFilterGaussian3x3u8_v2(in[0].data(), in[0].width(), in[0].height(), in[0].stride(),
-                                                           out[0].data(), out[0].stride(), blurBorder);
-                             }};
-        pxr::test::expectAllKindsMatch(op);
+        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+            "pxrFilterGaussian3x3u8_v2 blurBorder " + std::to_string(blurBorder), PXR_ROW_FilterGaussian3x3u8, 1, 1,
+            [blurBorder](GuardedImage& s, GuardedImage& d) {
+                pxrFilterGaussian3x3u8_v2(s.data(), s.width(), s.height(), s.stride(), d.data(), d.stride(), blurBorder);
+            }));
     }
 }
 
 TEST(Gaussian3x3Differential, BorderTypes) {
     for (auto type : {PIXORA_BORDER_DEFAULT, PIXORA_BORDER_CONSTANT, PIXORA_BORDER_REPLICATE}) {
-        pxr::test::DiffOp op{"pxrFilterGaussian3x3u8_v3 border " + std::to_string(type),
-                             PXR_ROW_FilterGaussian3x3u8_v3,
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 1}}; },
-                             [type](auto& in, auto& out) {
-                                 int rc = pxrFilterGaussian3x3u8_v3(in[0].data(), in[0].width(), in[0].height(),
-                                                                    in[0].stride(), out[0].data(), out[0].stride(), type, 201);
-                                 EXPECT_EQ(rc, 0);
-                             }};
-        pxr::test::expectAllKindsMatch(op);
+        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+            "pxrFilterGaussian3x3u8_v3 border " + std::to_string(type), PXR_ROW_FilterGaussian3x3u8_v3, 1, 1,
+            [type](GuardedImage& s, GuardedImage& d) {
+                EXPECT_EQ(pxrFilterGaussian3x3u8_v3(s.data(), s.width(), s.height(), s.stride(), d.data(), d.stride(),
+                                                    type, 201),
+                          0);
+            }));
     }
 }
 

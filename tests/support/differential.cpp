@@ -38,6 +38,18 @@ const std::vector<Shape>& standardShapes() {
     return shapes;
 }
 
+DiffOp unaryOp(std::string name, uint32_t row, uint32_t srcBpp, uint32_t dstBpp,
+               std::function<void(GuardedImage&, GuardedImage&)> call, bool packedOnly) {
+    DiffOp op;
+    op.name = std::move(name);
+    op.row = row;
+    op.inputs = [srcBpp](const Shape& s) { return std::vector<PlaneSpec>{{s.width, s.height, srcBpp}}; };
+    op.outputs = [dstBpp](const Shape& s) { return std::vector<PlaneSpec>{{s.width, s.height, dstBpp}}; };
+    op.call = [call](std::vector<GuardedImage>& in, std::vector<GuardedImage>& out) { call(in[0], out[0]); };
+    op.packedOnly = packedOnly;
+    return op;
+}
+
 ForceKind::ForceKind(uint32_t row, uint32_t kind) : row_(row), saved_(pxrImplTable[row]) {
     pxrImplTable[row] = kind;
 }

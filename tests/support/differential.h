@@ -39,6 +39,10 @@ struct DiffOp {
     bool packedOnly = false;  // generations without stride arguments
 };
 
+// An operation with one input and one output plane of the shape's size.
+DiffOp unaryOp(std::string name, uint32_t row, uint32_t srcBpp, uint32_t dstBpp,
+               std::function<void(GuardedImage& src, GuardedImage& dst)> call, bool packedOnly = false);
+
 // Chooses a kind for one row of the implementation table while in scope.
 class ForceKind {
 public:

@@ -4,3 +4,9 @@
 
 #include "imgproc/filters/filters.h"
 #include "simd/filters/filters_v.h"
+#include "imgproc/filters/smooth.h"
+#include "simd/filters/smooth_v.h"
+#include "imgproc/filters/gradient.h"
+#include "simd/filters/gradient_v.h"
+#include "imgproc/filters/correlation.h"
+#include "simd/filters/correlation_v.h"

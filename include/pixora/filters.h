@@ -3,6 +3,9 @@
 #define PIXORA_FILTERS_H
 
 #include "pixora/types.h"
+#include "pixora/filters_correlation.h"
+#include "pixora/filters_gradient.h"
+#include "pixora/filters_smooth.h"
 
 PXR_EXTERN_C_BEGIN
 

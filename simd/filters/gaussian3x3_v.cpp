@@ -78,12 +78,19 @@ HWY_AFTER_NAMESPACE();
 
 namespace pxr {
 HWY_EXPORT(GaussianInterior);
+
+// The dispatch names the function unqualified, from the namespace of its
+// export: with a single compiled target (32-bit ARM) it becomes a direct call.
+static void gaussianInterior(const uint8_t* src, uint32_t width, uint32_t height,
+                             uint32_t srcStride, uint8_t* dst, uint32_t dstStride) {
+    HWY_DYNAMIC_DISPATCH(GaussianInterior)(src, width, height, srcStride, dst, dstStride);
+}
 }  // namespace pxr
 
 void pxrFilterGaussian3x3u8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight,
                              uint32_t srcStride, uint8_t* dst, uint32_t dstStride, int blurBorder) {
     if (srcWidth < 2 || srcHeight < 2) return;
-    HWY_DYNAMIC_DISPATCH(pxr::GaussianInterior)(src, srcWidth, srcHeight, srcStride, dst, dstStride);
+    pxr::gaussianInterior(src, srcWidth, srcHeight, srcStride, dst, dstStride);
     if (blurBorder == 1)
         pxr::gauss3::border(src, srcWidth, srcHeight, srcStride, dst, dstStride,
                             pxr::gauss3::Border::Renormalise, 0);
@@ -93,7 +100,7 @@ int pxrFilterGaussian3x3u8_v3V(const uint8_t* src, uint32_t srcWidth, uint32_t s
                                uint32_t srcStride, uint8_t* dst, uint32_t dstStride,
                                uint32_t borderType, uint8_t borderValue) {
     if (srcWidth >= 2 && srcHeight >= 2)
-        HWY_DYNAMIC_DISPATCH(pxr::GaussianInterior)(src, srcWidth, srcHeight, srcStride, dst, dstStride);
+        pxr::gaussianInterior(src, srcWidth, srcHeight, srcStride, dst, dstStride);
     pxr::gauss3::border(src, srcWidth, srcHeight, srcStride, dst, dstStride,
                         pxr::gauss3::fromType(borderType), borderValue);
     return 0;

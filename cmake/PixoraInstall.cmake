@@ -17,5 +17,9 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/PixoraConfigVersion
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/PixoraConfig.cmake
   ${CMAKE_CURRENT_BINARY_DIR}/PixoraConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Pixora)
+# The pkg-config file finds the prefix relative to its own folder, so an
+# install with `cmake --install --prefix` elsewhere still works.
+file(RELATIVE_PATH PIXORA_PC_PREFIX_FROM_PCDIR "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" PIXORA_PC_PREFIX_FROM_PCDIR "${PIXORA_PC_PREFIX_FROM_PCDIR}")
 configure_file(cmake/pixora.pc.in ${CMAKE_CURRENT_BINARY_DIR}/pixora.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/pixora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,48 @@
+# The Debian 12 packages Pixora needs, in one place. Sourced by
+# tools/run-demo.sh and tools/run-tests.sh; pixora_install_deps installs
+# whatever of them is missing (apt-get runs only then).
+
+# Building, testing, benchmarking and the demo's image files.
+PIXORA_PACKAGES=(
+    build-essential cmake ninja-build pkg-config
+    libhwy-dev libgtest-dev libgmock-dev libbenchmark-dev
+    libpng-dev libjpeg-dev
+)
+# Peers: test oracles and benchmark baselines only.
+PIXORA_PEER_PACKAGES=(
+    libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-video-dev libopencv-features2d-dev
+    libyuv-dev
+)
+
+pixora_missing_packages() {
+    local p
+    for p in "${PIXORA_PACKAGES[@]}" "${PIXORA_PEER_PACKAGES[@]}" "$@"; do
+        dpkg -s "$p" 2>/dev/null | grep -q '^Status: install ok installed' || echo "$p"
+    done
+}
+
+# Installs the missing packages (plus any named as arguments).
+pixora_install_deps() {
+    local missing
+    mapfile -t missing < <(pixora_missing_packages "$@")
+    if [[ ${#missing[@]} -eq 0 ]]; then
+        return 0
+    fi
+    local sudo=()
+    if [[ $(id -u) -ne 0 ]]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Missing packages: ${missing[*]}; run as root to install them." >&2
+            return 1
+        fi
+        sudo=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# Parallel build jobs: one per processor.
+pixora_jobs() {
+    nproc 2>/dev/null || echo 2
+}

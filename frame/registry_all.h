@@ -10,3 +10,7 @@
 #include "simd/filters/gradient_v.h"
 #include "imgproc/filters/correlation.h"
 #include "simd/filters/correlation_v.h"
+#include "imgproc/color/from_rgb.h"
+#include "simd/color/from_rgb_v.h"
+#include "imgproc/color/to_rgb.h"
+#include "simd/color/to_rgb_v.h"

@@ -7,5 +7,7 @@
 #include "pixora/frame.h"
 #include "pixora/memory.h"
 #include "pixora/filters.h"
+#include "pixora/color_from_rgb.h"
+#include "pixora/color_to_rgb.h"
 
 #endif

@@ -1,0 +1,6 @@
+// Reference implementations of the colour family: conversions from YCbCr (to packed RGB, between YCbCr layouts, the JPEG-style and video-range decoders).
+#pragma once
+
+#include <cstdint>
+
+#include "frame/registry.h"

@@ -24,7 +24,8 @@ import sys
 
 KINDS = ["CPU", "SIMDX", "KDSP", "GPU", "ADSP", "CDSP", "MDSP"]
 UNIT_TO_US = {"ns": 1e-3, "us": 1.0, "ms": 1e3, "s": 1e6}
-DEFAULT_BINARY = os.path.join("build", "release", "bench", "pixora-bench")
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+DEFAULT_BINARY = os.path.join(ROOT, "build", "release", "bench", "pixora-bench")
 
 
 def load(args):
@@ -94,14 +95,18 @@ def render(lines):
 
 
 def main():
+    argv = sys.argv[1:]
+    extra = []
+    if "--" in argv:  # what follows goes to the benchmark binary
+        cut = argv.index("--")
+        argv, extra = argv[:cut], argv[cut + 1:]
     p = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     p.add_argument("json", nargs="?", help="benchmark JSON file, or - for stdin")
     p.add_argument("--run", nargs="?", const="", metavar="BINARY",
-                   help=f"run the benchmark binary (default {DEFAULT_BINARY})")
-    p.add_argument("extra", nargs=argparse.REMAINDER, help="after --: arguments for the binary")
-    args = p.parse_args()
-    if args.extra and args.extra[0] == "--":
-        args.extra = args.extra[1:]
+                   help="run the benchmark binary (default build/release/bench/pixora-bench); "
+                        "arguments after -- go to it")
+    args = p.parse_args(argv)
+    args.extra = extra
     if args.json is None and args.run is None:
         p.error("give a JSON file or --run")
     doc = load(args)

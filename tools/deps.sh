@@ -14,10 +14,19 @@ PIXORA_PEER_PACKAGES=(
     libyuv-dev
 )
 
+# Whether a package is installed for this machine's architecture. With a
+# foreign architecture added (the armhf job does that), a package installed
+# for both is ambiguous by its bare name, so the native one is asked for.
+pixora_installed() {
+    local ok='^Status: install ok installed'
+    dpkg -s "$1" 2>/dev/null | grep -q "$ok" ||
+        dpkg -s "$1:$(dpkg --print-architecture)" 2>/dev/null | grep -q "$ok"
+}
+
 pixora_missing_packages() {
     local p
     for p in "${PIXORA_PACKAGES[@]}" "${PIXORA_PEER_PACKAGES[@]}" "$@"; do
-        dpkg -s "$p" 2>/dev/null | grep -q '^Status: install ok installed' || echo "$p"
+        pixora_installed "$p" || echo "$p"
     done
 }
 
@@ -37,7 +46,10 @@ pixora_install_deps() {
         sudo=(sudo)
     fi
     echo "Installing: ${missing[*]}"
-    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    # A mirror that is mid-sync fails some index files; the install below
+    # still works from the others, and fails by itself if it cannot.
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q ||
+        echo "apt-get update reported errors; installing with the lists it has" >&2
     "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -q --no-install-recommends "${missing[@]}"
 }

@@ -60,29 +60,39 @@ inline Rule imageRule(uint32_t width, uint32_t height, const void* src, uint32_t
     return r;
 }
 
-// Reads the chosen kind of a row, applies the rule and writes the trace line.
-inline uint32_t selectKind(const char* name, uint32_t id, const Rule& rule) {
-    uint32_t k = constrain(pxrImplTable[id], rule);
+// Applies the rule to a chosen kind and writes the trace line.
+inline uint32_t applyRule(const char* name, uint32_t chosen, const Rule& rule) {
+    uint32_t k = constrain(chosen, rule);
     if (k >= PIXORA_NUM_KINDS) k = kCpu;
     if (libLogPrint)
         platform::log(platform::kError, platform::kRuntimeTag, "%s_%s", name, pxrImplChar[k]);
     return k;
 }
 
+// Reads the chosen kind of a row, applies the rule and writes the trace line.
+inline uint32_t selectKind(const char* name, uint32_t id, const Rule& rule) {
+    return applyRule(name, pxrImplTable[id], rule);
+}
+
+// The same for an internal row that has a public entry point of its own.
+inline uint32_t selectInternalKind(const char* name, uint32_t id, const Rule& rule) {
+    return applyRule(name, pxrInternalImplTable[id], rule);
+}
+
 void errorAt(const char* name);
 void assertionFailed(const char* name, const char* condition);
 [[noreturn]] void fatal(const char* source, int line, const char* condition);
 
-// Calls row Id on kind k. An entry that is 0 (a column never filled) runs
-// kind 1 instead; a status of 32768 from an accelerator retries on kind 1.
-template <uint32_t Id, class... Args>
-auto dispatch(uint32_t k, Args... args) {
-    using Fn = RowFn<Id>;
+namespace detail {
+
+// Calls `id` of a function table on kind k through signature Fn.
+template <class Fn, class... Args>
+auto callRow(const uintptr_t* table, uint32_t id, Fn* reference, uint32_t k, Args... args) {
     using R = std::invoke_result_t<Fn*, Args...>;
-    auto entry = [](uint32_t kind) {
-        uintptr_t e = pxrFuncTable[Id * PIXORA_NUM_KINDS + kind];
-        if (!e) e = pxrFuncTable[Id * PIXORA_NUM_KINDS + kSimd];
-        if (!e) e = reinterpret_cast<uintptr_t>(RowRef<Id>::impl);
+    auto entry = [&](uint32_t kind) {
+        uintptr_t e = table[id * PIXORA_NUM_KINDS + kind];
+        if (!e) e = table[id * PIXORA_NUM_KINDS + kSimd];
+        if (!e) e = reinterpret_cast<uintptr_t>(reference);
         return reinterpret_cast<Fn*>(e);
     };
     if constexpr (std::is_void_v<R>) {
@@ -94,6 +104,21 @@ auto dispatch(uint32_t k, Args... args) {
                 r = entry(kSimd)(args...);
         return r;
     }
+}
+
+}  // namespace detail
+
+// Calls row Id on kind k. An entry that is 0 (a column never filled) runs
+// kind 1 instead; a status of 32768 from an accelerator retries on kind 1.
+template <uint32_t Id, class... Args>
+auto dispatch(uint32_t k, Args... args) {
+    return detail::callRow<RowFn<Id>>(pxrFuncTable, Id, RowRef<Id>::impl, k, args...);
+}
+
+// The same for internal row Id.
+template <uint32_t Id, class... Args>
+auto dispatchInternal(uint32_t k, Args... args) {
+    return detail::callRow<IRowFn<Id>>(pxrInternalFuncTable, Id, IRowRef<Id>::impl, k, args...);
 }
 
 }  // namespace pxr

@@ -293,6 +293,14 @@ uintptr_t staticFuncEntry(uint32_t id, uint32_t kind) {
     return (id < kNumFunctions && kind < 4) ? kRef[id] : 0;
 }
 
+bool hasAccelerator(uint32_t id, uint32_t kind) {
+    if (id >= kNumFunctions) return false;
+    if (kind == PIXORA_KIND_GPU) return kGpu[id] != 0;
+    if (kind == PIXORA_KIND_KDSP) return kDsp[id][0] != 0;
+    if (kind >= PIXORA_KIND_ADSP && kind < kNumKinds) return kDsp[id][kind - PIXORA_KIND_ADSP + 1] != 0;
+    return false;
+}
+
 RegistryCounts registryCounts() {
     RegistryCounts c{};
     for (uint32_t i = 0; i < kNumFunctions; ++i) {

@@ -35,6 +35,10 @@ void buildTables(bool vectorUnit, bool dspPresent, bool gpuPresent);
 // and the helper pointers on their reference kernels.
 void resetChoices();
 
+// Whether row `id` has an implementation of accelerator kind `kind`
+// (2 to 6): the registry behind columns 2 to 6.
+bool hasAccelerator(uint32_t id, uint32_t kind);
+
 // Static content of the function tables (reference code in columns 0..3).
 uintptr_t staticFuncEntry(uint32_t id, uint32_t kind);
 

@@ -29,6 +29,8 @@ PXR_API uint64_t pxrAvailableHardware(uint32_t mode);
 PXR_API uint32_t pxrAvailableProcessors(void);
 PXR_API int pxr_check_only_cpu(void);
 PXR_API void pxrSetHWFlag(uint32_t value);
+/* Writes the DSP side's constraint-check switch (set with pxrSetHWFlag). */
+PXR_API void pxrUpdateK6ConstraintCheckFlag(uint32_t flag);
 PXR_API void setDefaultDSPValue(uint32_t value);
 PXR_API int pxrSelectKDSP6Mode(uint32_t powerMode);
 PXR_API void pxrGetVersion(char* buffer, uint32_t length);

@@ -107,6 +107,19 @@ HostFeatures hostFeatures() {
     host.vector = (caps & HWCAP_NEON) != 0;
     host.fp = (caps & HWCAP_VFP) != 0;
 #endif
+#if defined(__linux__) && (defined(__arm__) || defined(__aarch64__))
+    // The kernel's platform string ("v7l", "v8l", "aarch64") gives the
+    // architecture when the text has no "CPU architecture" line; and an ARM
+    // core whose text names no implementer (an emulator) counts as supported,
+    // as the x86-64 host does. See docs/platforms.md.
+    if (const char* platform = reinterpret_cast<const char*>(getauxval(AT_PLATFORM))) {
+        if (platform[0] == 'v' && platform[1] >= '0' && platform[1] <= '9')
+            host.arch7 = std::strtoul(platform + 1, nullptr, 10) >= 7;
+        else if (std::string_view(platform).rfind("aarch64", 0) == 0)
+            host.arch7 = true;
+    }
+    host.supported = true;
+#endif
     return host;
 }
 

@@ -2,6 +2,7 @@
 // (and by the entry points of each family, through the family's own header).
 #pragma once
 
+#include "dsp/dsp_rows.h"
 #include "imgproc/filters/filters.h"
 #include "simd/filters/filters_v.h"
 #include "imgproc/filters/smooth.h"

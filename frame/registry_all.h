@@ -15,3 +15,7 @@
 #include "simd/color/from_rgb_v.h"
 #include "imgproc/color/to_rgb.h"
 #include "simd/color/to_rgb_v.h"
+#include "imgproc/filters/nonlinear.h"
+#include "simd/filters/nonlinear_v.h"
+#include "imgproc/scale/scale.h"
+#include "simd/scale/scale_v.h"

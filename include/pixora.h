@@ -9,5 +9,6 @@
 #include "pixora/filters.h"
 #include "pixora/color_from_rgb.h"
 #include "pixora/color_to_rgb.h"
+#include "pixora/scale.h"
 
 #endif

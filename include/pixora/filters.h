@@ -5,6 +5,7 @@
 #include "pixora/types.h"
 #include "pixora/filters_correlation.h"
 #include "pixora/filters_gradient.h"
+#include "pixora/filters_nonlinear.h"
 #include "pixora/filters_smooth.h"
 
 PXR_EXTERN_C_BEGIN

@@ -1,0 +1,6 @@
+// Reference implementations: scaling and pyramids.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/registry.h"

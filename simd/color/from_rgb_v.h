@@ -2,3 +2,34 @@
 #pragma once
 
 #include "imgproc/color/from_rgb.h"
+
+#define PXR_FROM_RGB_YCBCR(Name, SrcType, Src, srcBpp, SX, SY, Layout) \
+    pxr::color::To##Layout##Fn<SrcType> pxr##Name##V;                   \
+    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
+#define PXR_FROM_RGB_PACKED(Name, SrcType, Src, srcBpp, DstType, Dst, dstBpp) \
+    pxr::color::PackedFn<SrcType, DstType> pxr##Name##V;                       \
+    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span)  \
+    pxr::color::PackedFn<uint8_t, uint8_t> pxr##Name##V; \
+    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
+#include "imgproc/color/from_rgb_members.def"
+
+pxr::color::PackedFn<uint8_t, uint16_t> pxrColorRGB888ToRGB565Rotate180u8V;
+PXR_INTERNAL_VECTOR(PXR_IROW_ColorRGB888ToRGB565Rotate180u8, pxrColorRGB888ToRGB565Rotate180u8V)
+
+// Used inside namespace pxr::color by the simd/color/from_rgb_*_v.cpp files:
+// exports a per-target function and defines Name##V, which dispatches to it.
+// The dispatch names the function unqualified, from the namespace of its
+// export: with a single compiled target (32-bit ARM) it is a direct call.
+#define PXR_FROM_RGB_UNARY_DISPATCH(Name)                                                                  \
+    HWY_EXPORT(Name);                                                                                      \
+    static void Name##V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint8_t* dst, \
+                        uint32_t dstStride) {                                                              \
+        HWY_DYNAMIC_DISPATCH(Name)(src, width, height, srcStride, dst, dstStride);                         \
+    }
+#define PXR_FROM_RGB_YCBCR_DISPATCH(Name)                                                                  \
+    HWY_EXPORT(Name);                                                                                      \
+    static void Name##V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,           \
+                        const pxr::color::YcbcrPlanes& p) {                                                \
+        HWY_DYNAMIC_DISPATCH(Name)(src, width, height, srcStride, p);                                      \
+    }

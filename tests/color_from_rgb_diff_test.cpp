@@ -1,0 +1,120 @@
+// Every conversion from packed RGB on every kind against kind 0, byte for
+// byte, over odd, tiny, slack-strided and misaligned images (odd widths and
+// heights exercise the last chroma column and row of 4:2:2 and 4:2:0), and
+// every colour of the cube for the arithmetic of each formula.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "color_from_rgb_members.h"
+#include "frame/row_ids.h"
+#include "imgproc/color/from_rgb.h"
+#include "pixora.h"
+#include "simd/color/from_rgb_v.h"
+#include "support/differential.h"
+
+using pxr::test::GuardedImage;
+using pxr::test::from_rgb::Member;
+using pxr::test::from_rgb::Planes;
+using pxr::test::from_rgb::Shape;
+
+namespace {
+
+pxr::test::DiffOp diffOp(const Member& m) {
+    pxr::test::DiffOp op;
+    op.name = m.name;
+    op.row = m.row;
+    op.inputs = [&m](const pxr::test::Shape& s) {
+        return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, m.srcBpp}};
+    };
+    op.outputs = [&m](const pxr::test::Shape& s) {
+        std::vector<pxr::test::PlaneSpec> planes;
+        for (uint32_t i = 0; i < m.planes(); ++i)
+            planes.push_back({m.planeWidth(i, s.width), m.planeHeight(i, s.height), m.planeBpp(i)});
+        return planes;
+    };
+    op.call = [&m](std::vector<GuardedImage>& in, std::vector<GuardedImage>& out) {
+        Planes p{};
+        for (size_t i = 0; i < out.size(); ++i) p.data[i] = out[i].data(), p.stride[i] = out[i].stride();
+        m.call(in[0].data(), in[0].width(), in[0].height(), in[0].stride(), p);
+    };
+    return op;
+}
+
+void expectMembersMatch(bool (*select)(const Member&)) {
+    for (const auto& m : pxr::test::from_rgb::members()) {
+        if (!select(m)) continue;
+        pxr::test::expectAllKindsMatch(diffOp(m));
+        if (::testing::Test::HasFatalFailure()) return;
+    }
+}
+
+}  // namespace
+
+TEST(ColorFromRgbDifferential, ToYCbCr) {
+    expectMembersMatch([](const Member& m) { return m.shape != Shape::Packed; });
+}
+
+TEST(ColorFromRgbDifferential, PackedAndOther) {
+    expectMembersMatch([](const Member& m) { return m.shape == Shape::Packed; });
+}
+
+// The internal row has no public row to force: its chosen kind lives in the
+// internal implementation table.
+TEST(ColorFromRgbDifferential, Rotate180InternalRow) {
+    ASSERT_NE(pxrInternalFuncTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8 * PIXORA_NUM_KINDS + 1],
+              pxrInternalFuncTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8 * PIXORA_NUM_KINDS]);
+    const uint32_t saved = pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8];
+    auto run = [](uint32_t kind, const pxr::test::Shape& s) {
+        pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8] = kind;
+        GuardedImage src(s.width, s.height, 3, s.slack, s.misalign), dst(s.width, s.height, 2, s.slack, s.misalign);
+        src.fillRandom(s.width * 31 + s.height);
+        dst.fillRandom(7);
+        pxrColorRGB888ToRGB565Rotate180u8(src.data(), s.width, s.height, src.stride(),
+                                          reinterpret_cast<uint16_t*>(dst.data()), dst.stride());
+        EXPECT_TRUE(dst.outsideUntouched());
+        EXPECT_TRUE(src.untouched());
+        return dst.guarded();
+    };
+    pxr::test::forEachVectorTarget([&](const char* target) {
+        for (const auto& s : pxr::test::standardShapes())
+            ASSERT_EQ(run(0, s), run(1, s)) << target << " " << pxr::test::describe(s);
+    });
+    pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8] = saved;
+}
+
+// All 2^24 colours through the 4:4:4 and per-pixel members, reference
+// against vector, on every vector target.
+TEST(ColorFromRgbDifferential, EveryColourOfTheCube) {
+    const uint32_t w = 4096, h = 4096;
+    std::vector<uint8_t> rgb(size_t{w} * h * 3), rgba(size_t{w} * h * 4);
+    for (uint32_t i = 0; i < w * h; ++i) {
+        for (uint32_t c = 0; c < 3; ++c) rgb[3 * i + c] = rgba[4 * i + c] = static_cast<uint8_t>(i >> (8 * c));
+        rgba[4 * i + 3] = static_cast<uint8_t>(i * 7);
+    }
+    std::vector<uint8_t> a(size_t{w} * h * 3), b(a.size()), a1(size_t{w} * h * 2), b1(a1.size());
+    std::vector<uint8_t> a2(a1.size()), b2(a1.size());
+    auto same = [&](const char* what, auto reference, auto vector) {
+        pxr::test::forEachVectorTarget([&](const char* target) {
+            reference();
+            vector();
+            EXPECT_TRUE(a == b && a1 == b1 && a2 == b2) << what << " on " << target;
+        });
+    };
+    same(
+        "RGB888 to YCbCr 4:4:4",
+        [&] { pxrColorRGB888ToYCbCr444Planaru8C(rgb.data(), w, h, 3 * w, a.data(), a1.data(), a2.data(), w, w, w); },
+        [&] { pxrColorRGB888ToYCbCr444Planaru8V(rgb.data(), w, h, 3 * w, b.data(), b1.data(), b2.data(), w, w, w); });
+    same(
+        "JPEG YCrCb", [&] { pxrColorRGB888toYCrCbu8C(rgb.data(), w, h, 3 * w, a.data(), 3 * w); },
+        [&] { pxrColorRGB888toYCrCbu8V(rgb.data(), w, h, 3 * w, b.data(), 3 * w); });
+    same(
+        "grey", [&] { pxrColorRGB888ToGrayu8C(rgb.data(), w, h, 3 * w, a.data(), w); },
+        [&] { pxrColorRGB888ToGrayu8V(rgb.data(), w, h, 3 * w, b.data(), w); });
+    same(
+        "HSV", [&] { pxrColorRGB888ToHSV888u8C(rgb.data(), w, h, 3 * w, a.data(), 3 * w); },
+        [&] { pxrColorRGB888ToHSV888u8V(rgb.data(), w, h, 3 * w, b.data(), 3 * w); });
+    same(
+        "LAB", [&] { pxrColorRGBA8888ToLABu8C(rgba.data(), w, h, 4 * w, a.data(), 3 * w); },
+        [&] { pxrColorRGBA8888ToLABu8V(rgba.data(), w, h, 4 * w, b.data(), 3 * w); });
+}

@@ -12,7 +12,17 @@ int main(void) {
     uint8_t src[W * H], dst[W * H];
     int failures = 0;
 
-    pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE);
+    char version[8] = {0};
+
+    if (pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE) != 0) {
+        printf("pixora install check: the mode setter refused PIXORA_OP_CPU_PERFORMANCE\n");
+        ++failures;
+    }
+    pxrGetVersion(version, sizeof version);
+    if (strcmp(version, "1.7.1") != 0) {
+        printf("pixora install check: version \"%s\"\n", version);
+        ++failures;
+    }
 
     /* An impulse of 160 at (3, 3): the 3x3 Gaussian spreads it as
        [1 2 1] x [1 2 1] / 16, so 40 at the centre, 20 beside it, 10 diagonally. */

@@ -162,10 +162,13 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE);
-    std::printf("pixora-demo: %s, %ux%u%s\n", opt.input.empty() ? "built-in test pattern" : opt.input.c_str(),
+    const uint32_t modeStatus = pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE);
+    char version[16] = {};
+    pxrGetVersion(version, sizeof version);
+    std::printf("Pixora %s; pixora-demo: %s, %ux%u%s\n", version, opt.input.empty() ? "built-in test pattern" : opt.input.c_str(),
                 image.width, image.height, wasColour ? " (converted to grey)" : "");
-    std::printf("mode CPU_PERFORMANCE; vector target %s\n\n", pxr::simd::chosenTargetName());
+    std::printf("mode CPU_PERFORMANCE (status %u); vector target %s\n\n", modeStatus,
+                pxr::simd::chosenTargetName());
     printKinds();
 
     std::error_code ec;

@@ -10,7 +10,8 @@
 // after every window that needs it has been read.
 //
 // Float sums are formed in a fixed order (down the window, then across it,
-// starting from the first element), so every kind gives the same bits.
+// starting from the first element) and divided by the pixel count, so every
+// kind gives the same bits.
 #pragma once
 
 #include <algorithm>
@@ -36,20 +37,18 @@ struct Window {
     uint32_t full1(uint32_t size) const { return size > after ? size - after : 0; }
 };
 
-// Reciprocal of the number of pixels in a cropped window.
-inline float reciprocalCount(uint32_t rows, uint32_t cols) {
-    return 1.0f / static_cast<float>(uint64_t{rows} * cols);
-}
+// Number of pixels in a cropped window, as the divisor of its sums.
+inline float windowCount(uint32_t rows, uint32_t cols) { return static_cast<float>(uint64_t{rows} * cols); }
 
-// Box mean: the sum times the reciprocal of the count.
-inline float boxMean(float sum, float recip) { return sum * recip; }
+// Box mean: the sum divided by the count (a uniform window gives its value).
+inline float boxMean(float sum, float count) { return sum / count; }
 
 // Local normalisation of a byte: z = (x - mean) / deviation, with the
 // variance floored at 1 (one grey level), mapped to 128 + 64 z, rounded to
 // nearest (ties to even) and saturated: +-2 deviations span the byte range.
-inline uint8_t normaliseU8(uint8_t x, uint32_t s1, uint32_t s2, float recip) {
-    const float mean = static_cast<float>(s1) * recip;
-    const float msq = static_cast<float>(s2) * recip;
+inline uint8_t normaliseU8(uint8_t x, uint32_t s1, uint32_t s2, float count) {
+    const float mean = static_cast<float>(s1) / count;
+    const float msq = static_cast<float>(s2) / count;
     const float var = std::max(msq - mean * mean, 1.0f);
     const float z = (static_cast<float>(x) - mean) / std::sqrt(var);
     const float scaled = z * 64.0f;
@@ -61,9 +60,9 @@ inline uint8_t normaliseU8(uint8_t x, uint32_t s1, uint32_t s2, float recip) {
 // variance floored at 2^-20 of the mean square (deviations below 1/1024 of
 // the local RMS are rounding noise of E[x^2] - E[x]^2); 0 where the window
 // is all zeros.
-inline float normaliseF32(float x, float s1, float s2, float recip) {
-    const float mean = s1 * recip;
-    const float msq = s2 * recip;
+inline float normaliseF32(float x, float s1, float s2, float count) {
+    const float mean = s1 / count;
+    const float msq = s2 / count;
     const float var = std::max(msq - mean * mean, msq * 0x1p-20f);
     return var > 0.0f ? (x - mean) / std::sqrt(var) : 0.0f;
 }
@@ -134,7 +133,7 @@ inline void boxSpan(const float* col, uint32_t width, const Window& win, uint32_
                     uint32_t x1) {
     for (uint32_t x = x0; x < x1; ++x) {
         const uint32_t c0 = win.first(x), c1 = win.last(x, width);
-        store<float>(out + size_t{x} * 4, boxMean(sumAcross(col, c0, c1), reciprocalCount(rows, c1 - c0 + 1)));
+        store<float>(out + size_t{x} * 4, boxMean(sumAcross(col, c0, c1), windowCount(rows, c1 - c0 + 1)));
     }
 }
 
@@ -143,12 +142,12 @@ inline void normaliseSpan(const T* centre, const S* col1, const S* col2, uint32_
                           uint32_t rows, uint8_t* out, uint32_t x0, uint32_t x1) {
     for (uint32_t x = x0; x < x1; ++x) {
         const uint32_t c0 = win.first(x), c1 = win.last(x, width);
-        const float recip = reciprocalCount(rows, c1 - c0 + 1);
+        const float count = windowCount(rows, c1 - c0 + 1);
         if constexpr (sizeof(T) == 1)
-            out[x] = normaliseU8(centre[x], sumAcross(col1, c0, c1), sumAcross(col2, c0, c1), recip);
+            out[x] = normaliseU8(centre[x], sumAcross(col1, c0, c1), sumAcross(col2, c0, c1), count);
         else
             store<float>(out + size_t{x} * 4,
-                         normaliseF32(centre[x], sumAcross(col1, c0, c1), sumAcross(col2, c0, c1), recip));
+                         normaliseF32(centre[x], sumAcross(col1, c0, c1), sumAcross(col2, c0, c1), count));
     }
 }
 

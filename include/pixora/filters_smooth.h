@@ -51,8 +51,8 @@ PXR_API void pxrBoxFilter11x11u8(const uint8_t* src, uint32_t srcWidth, uint32_t
 
 /* Float box mean over the N x N window [x - N/2, x - N/2 + N - 1] (likewise
    in y), cropped to the image: near an edge the mean is over the in-image
-   pixels. The sum runs down the window, then across it, and is multiplied
-   by 1/count. src and dst may be the same buffer with equal strides. Every
+   pixels. The sum runs down the window, then across it, and is divided by
+   the pixel count. src and dst may be the same buffer with equal strides. Every
    pixel of dst is written, or none when no scratch memory can be had.
    Strides in bytes; 0 means packed. */
 PXR_API void pxrBoxFilterNxNf32(const float* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,

@@ -2,7 +2,7 @@
 // driver and the edges are the reference's; the vertical sums and the
 // horizontal sums of full windows run in vectors, in the reference's order
 // of additions, and the per-pixel formulas use the same operations (no fused
-// multiply-add). Where the vector unit's division and square root are only
+// multiply-add, true division). Where the vector unit's division and square root are only
 // approximations (32-bit ARM NEON), the formulas run per lane in scalar code.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/filters/smooth_window_v.cpp"
@@ -92,14 +92,21 @@ struct VectorWindowOps {
         const uint32_t N = static_cast<uint32_t>(hn::Lanes(df));
         const uint32_t taps = win.before + win.after + 1;
         const uint32_t f0 = std::min(win.full0(), width), f1 = std::max(win.full1(width), f0);
-        const auto recip = hn::Set(df, smooth::reciprocalCount(rows, taps));
+        const float n = smooth::windowCount(rows, taps);
+        const auto count = hn::Set(df, n);
         smooth::scalar::boxSpan(col, width, win, rows, out, 0, f0);
         uint32_t x = f0;
         for (; x + N <= f1; x += N) {
             const float* c = col + (x - win.before);
             auto s = hn::LoadU(df, c);
             for (uint32_t t = 1; t < taps; ++t) s = hn::Add(s, hn::LoadU(df, c + t));
-            hn::StoreU(hn::Mul(s, recip), df, reinterpret_cast<float*>(out + size_t{x} * 4));
+            if constexpr (kExactDivSqrt) {
+                hn::StoreU(hn::Div(s, count), df, reinterpret_cast<float*>(out + size_t{x} * 4));
+            } else {
+                HWY_ALIGN float a[hn::MaxLanes(df)];
+                hn::Store(s, df, a);
+                for (uint32_t i = 0; i < N; ++i) smooth::store<float>(out + size_t{x + i} * 4, smooth::boxMean(a[i], n));
+            }
         }
         smooth::scalar::boxSpan(col, width, win, rows, out, x, width);
     }
@@ -110,8 +117,8 @@ struct VectorWindowOps {
         const uint32_t N = static_cast<uint32_t>(hn::Lanes(df));
         const uint32_t taps = win.before + win.after + 1;
         const uint32_t f0 = std::min(win.full0(), width), f1 = std::max(win.full1(width), f0);
-        const float r = smooth::reciprocalCount(rows, taps);
-        const auto recip = hn::Set(df, r);
+        const float n = smooth::windowCount(rows, taps);
+        const auto count = hn::Set(df, n);
         smooth::scalar::normaliseSpan(centre, col1, col2, width, win, rows, out, 0, f0);
         uint32_t x = f0;
         for (; x + N <= f1; x += N) {
@@ -124,8 +131,8 @@ struct VectorWindowOps {
             }
             float* o = reinterpret_cast<float*>(out + size_t{x} * 4);
             if constexpr (kExactDivSqrt) {
-                const auto mean = hn::Mul(s1, recip);
-                const auto msq = hn::Mul(s2, recip);
+                const auto mean = hn::Div(s1, count);
+                const auto msq = hn::Div(s2, count);
                 const auto var = hn::Max(hn::Sub(msq, hn::Mul(mean, mean)), hn::Mul(msq, hn::Set(df, 0x1p-20f)));
                 const auto z = hn::Div(hn::Sub(hn::LoadU(df, centre + x), mean), hn::Sqrt(var));
                 hn::StoreU(hn::IfThenElseZero(hn::Gt(var, hn::Zero(df)), z), df, o);
@@ -134,7 +141,7 @@ struct VectorWindowOps {
                 hn::Store(s1, df, a1);
                 hn::Store(s2, df, a2);
                 for (uint32_t i = 0; i < N; ++i)
-                    smooth::store<float>(out + size_t{x + i} * 4, smooth::normaliseF32(centre[x + i], a1[i], a2[i], r));
+                    smooth::store<float>(out + size_t{x + i} * 4, smooth::normaliseF32(centre[x + i], a1[i], a2[i], n));
                 (void)o;
             }
         }
@@ -150,8 +157,8 @@ struct VectorWindowOps {
         const uint32_t N = static_cast<uint32_t>(hn::Lanes(df));
         const uint32_t taps = win.before + win.after + 1;
         const uint32_t f0 = std::min(win.full0(), width), f1 = std::max(win.full1(width), f0);
-        const float r = smooth::reciprocalCount(rows, taps);
-        const auto recip = hn::Set(df, r);
+        const float n = smooth::windowCount(rows, taps);
+        const auto count = hn::Set(df, n);
         smooth::scalar::normaliseSpan(centre, col1, col2, width, win, rows, out, 0, f0);
         uint32_t x = f0;
         for (; x + N <= f1; x += N) {
@@ -163,8 +170,8 @@ struct VectorWindowOps {
                 s2 = hn::Add(s2, hn::LoadU(du, col2 + c + t));
             }
             if constexpr (kExactDivSqrt) {
-                const auto mean = hn::Mul(hn::ConvertTo(df, hn::BitCast(di, s1)), recip);  // s1 < 2^24
-                const auto msq = hn::Mul(U32ToF32(df, s2), recip);
+                const auto mean = hn::Div(hn::ConvertTo(df, hn::BitCast(di, s1)), count);  // s1 < 2^24
+                const auto msq = hn::Div(U32ToF32(df, s2), count);
                 const auto var = hn::Max(hn::Sub(msq, hn::Mul(mean, mean)), hn::Set(df, 1.0f));
                 const auto xf = hn::ConvertTo(df, hn::BitCast(di, hn::PromoteTo(du, hn::LoadU(d8, centre + x))));
                 const auto z = hn::Div(hn::Sub(xf, mean), hn::Sqrt(var));
@@ -174,7 +181,7 @@ struct VectorWindowOps {
                 HWY_ALIGN uint32_t a1[hn::MaxLanes(du)], a2[hn::MaxLanes(du)];
                 hn::Store(s1, du, a1);
                 hn::Store(s2, du, a2);
-                for (uint32_t i = 0; i < N; ++i) out[x + i] = smooth::normaliseU8(centre[x + i], a1[i], a2[i], r);
+                for (uint32_t i = 0; i < N; ++i) out[x + i] = smooth::normaliseU8(centre[x + i], a1[i], a2[i], n);
             }
         }
         smooth::scalar::normaliseSpan(centre, col1, col2, width, win, rows, out, x, width);

@@ -1,0 +1,194 @@
+// Local normalisation on box means: hand-computed goldens, a double model,
+// the deviation floors, in place, bad input, and every kind against the
+// reference.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "filters_smooth_helpers.h"
+#include "frame/row_ids.h"
+#include "pixora.h"
+#include "support/differential.h"
+#include "support/log_capture.h"
+
+using pxr::test::GuardedImage;
+using namespace pxr::test::smooth;
+
+namespace {
+
+Img<uint8_t> normU8(const Img<uint8_t>& src, uint32_t n, int* status = nullptr) {
+    Img<uint8_t> dst(src.w, src.h, 0xEE);
+    const int rc = pxrNormalizeLocalBoxu8(src.data(), src.w, src.h, 0, n, dst.data(), 0);
+    if (status) *status = rc;
+    return dst;
+}
+
+Img<float> normF32(const Img<float>& src, uint32_t n, int* status = nullptr) {
+    Img<float> dst(src.w, src.h, -7.0f);
+    const int rc = pxrNormalizeLocalBoxf32(src.data(), src.w, src.h, 0, n, dst.data(), 0);
+    if (status) *status = rc;
+    return dst;
+}
+
+// Mean and variance of the cropped window, in double.
+void windowStats(const Img<float>& src, int x, int y, int n, double& mean, double& var, double& msq) {
+    const int before = n / 2, after = n - 1 - n / 2;
+    double s1 = 0, s2 = 0;
+    int count = 0;
+    for (int sy = std::max(0, y - before); sy <= std::min<int>(src.h - 1, y + after); ++sy)
+        for (int sx = std::max(0, x - before); sx <= std::min<int>(src.w - 1, x + after); ++sx) {
+            const double v = src.at(sx, sy);
+            s1 += v;
+            s2 += v * v;
+            ++count;
+        }
+    mean = s1 / count;
+    msq = s2 / count;
+    var = msq - mean * mean;
+}
+
+}  // namespace
+
+TEST(SmoothNormalizeGolden, BytesMapPlusMinusTwoDeviationsOntoTheRange) {
+    // [0, 255], N = 2: pixel 1's window is both pixels, mean 127.5, deviation
+    // 127.5, z = 1 -> 128 + 64. Pixel 0's window is itself: no deviation -> 128.
+    Img<uint8_t> two(2, 1);
+    two.px = {0, 255};
+    int status = -1;
+    EXPECT_EQ(normU8(two, 2, &status).px, (std::vector<uint8_t>{128, 192}));
+    EXPECT_EQ(status, 0);
+    // [0, 0, 255], N = 3: pixel 1 sees all three: mean 85, variance 14450,
+    // z = -85 / 120.2 = -0.707 -> 128 - 45.25 = 82.75 -> 83.
+    Img<uint8_t> three(3, 1);
+    three.px = {0, 0, 255};
+    EXPECT_EQ(normU8(three, 3).px, (std::vector<uint8_t>{128, 83, 192}));
+    // Saturation: one bright pixel among 24 dark ones is z = 4.9 deviations.
+    Img<uint8_t> spot(5, 5, 10);
+    spot.at(2, 2) = 250;
+    auto out = normU8(spot, 5);
+    EXPECT_EQ(out.at(2, 2), 255);
+    EXPECT_LT(out.at(0, 0), 128);
+}
+
+TEST(SmoothNormalizeGolden, BytesFloorTheVarianceAtOneGreyLevel) {
+    Img<uint8_t> flat(9, 7, 93);
+    EXPECT_EQ(normU8(flat, 5).px, Img<uint8_t>(9, 7, 128).px);
+    // A single step of one grey level in a flat 3x3 window: the true
+    // variance is 8/81, floored to 1, so z = (101 - 100.11) / 1 -> 128 + 57.
+    Img<uint8_t> step(3, 3, 100);
+    step.at(1, 1) = 101;
+    EXPECT_EQ(normU8(step, 3).at(1, 1), 128 + 57);
+}
+
+TEST(SmoothNormalizeGolden, FloatsAreZScores) {
+    Img<float> two(2, 1);
+    two.px = {1.0f, 3.0f};
+    // Pixel 1: mean 2, mean square 5, variance 1 -> z = 1. Pixel 0 alone:
+    // variance 0, floored at 1 / 2^20 -> z = 0.
+    EXPECT_EQ(normF32(two, 2).px, (std::vector<float>{0.0f, 1.0f}));
+    // An all-zero window gives 0, not a division by zero.
+    Img<float> zeros(4, 4, 0.0f);
+    EXPECT_EQ(normF32(zeros, 3).px, zeros.px);
+    // The result does not depend on the image's scale or offset.
+    const auto src = randomFloatImg(23, 19, 4);
+    Img<float> scaled = src;
+    for (auto& v : scaled.px) v = v * 4.0f;
+    EXPECT_EQ(normF32(src, 5).px, normF32(scaled, 5).px);
+}
+
+TEST(SmoothNormalizeModel, AgreesWithTheDoubleModel) {
+    const auto src = randomFloatImg(41, 29, 17);
+    Img<uint8_t> bytes(41, 29);
+    for (size_t i = 0; i < bytes.px.size(); ++i) bytes.px[i] = static_cast<uint8_t>(static_cast<int>(src.px[i] * 3) & 0xFF);
+    Img<float> asFloat(41, 29);
+    for (size_t i = 0; i < bytes.px.size(); ++i) asFloat.px[i] = bytes.px[i];
+    for (uint32_t n : {2u, 3u, 8u, 15u}) {
+        const auto f = normF32(src, n);
+        const auto b = normU8(bytes, n);
+        for (uint32_t y = 0; y < src.h; ++y)
+            for (uint32_t x = 0; x < src.w; ++x) {
+                double mean, var, msq;
+                windowStats(src, x, y, n, mean, var, msq);
+                const double v = std::max(var, msq / 1048576.0);
+                const double z = v > 0 ? (src.at(x, y) - mean) / std::sqrt(v) : 0.0;
+                ASSERT_NEAR(f.at(x, y), z, 2e-3 * std::max(1.0, std::fabs(z))) << n << ": " << x << "," << y;
+                windowStats(asFloat, x, y, n, mean, var, msq);
+                const double zb = (bytes.at(x, y) - mean) / std::sqrt(std::max(var, 1.0));
+                const double t = std::clamp(128.0 + 64.0 * zb, 0.0, 255.0);
+                ASSERT_NEAR(b.at(x, y), t, 0.51) << n << ": " << x << "," << y;
+            }
+    }
+}
+
+TEST(SmoothNormalizeContract, InPlaceEqualsOutOfPlace) {
+    const auto bytes = randomImg<uint8_t>(33, 21, 6);
+    const auto expect = normU8(bytes, 7);
+    Img<uint8_t> inplace = bytes;
+    EXPECT_EQ(pxrNormalizeLocalBoxu8(inplace.data(), 33, 21, 0, 7, inplace.data(), 0), 0);
+    EXPECT_EQ(inplace.px, expect.px);
+    const auto floats = randomFloatImg(33, 21, 6);
+    const auto expectF = normF32(floats, 6);
+    Img<float> inplaceF = floats;
+    EXPECT_EQ(pxrNormalizeLocalBoxf32(inplaceF.data(), 33, 21, 0, 6, inplaceF.data(), 33 * 4), 0);
+    EXPECT_EQ(inplaceF.px, expectF.px);
+}
+
+TEST(SmoothNormalizeBadInput, ReturnsThreeSilentlyAndWritesNothing) {
+    pxr::test::LogCapture log;
+    GuardedImage src(8, 8, 4), dst(8, 8, 4);
+    const uint8_t* s = src.data();
+    uint8_t* d = dst.data();
+    auto u8 = [&](const uint8_t* a, uint32_t w, uint32_t h, uint32_t ss, uint32_t n, uint8_t* b, uint32_t ds) {
+        return pxrNormalizeLocalBoxu8(a, w, h, ss, n, b, ds);
+    };
+    EXPECT_EQ(u8(s, 8, 8, 8, 1, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 8, 8, 0, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 8, 8, 256, d, 8), 3);
+    EXPECT_EQ(u8(nullptr, 8, 8, 8, 3, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 8, 8, 3, nullptr, 8), 3);
+    EXPECT_EQ(u8(s, 0, 8, 8, 3, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 0, 8, 3, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 8, 7, 3, d, 8), 3);
+    EXPECT_EQ(u8(s, 8, 8, 8, 3, d, 7), 3);
+    EXPECT_EQ(u8(d, 8, 8, 8, 3, d, 9), 3);  // in place needs equal strides
+    auto f32 = [&](const float* a, uint32_t w, uint32_t h, uint32_t ss, uint32_t n, float* b, uint32_t ds) {
+        return pxrNormalizeLocalBoxf32(a, w, h, ss, n, b, ds);
+    };
+    const float* sf = src.as<float>();
+    float* df = dst.as<float>();
+    EXPECT_EQ(f32(sf, 8, 8, 32, 1, df, 32), 3);
+    EXPECT_EQ(f32(sf, 8, 8, 32, 256, df, 32), 3);
+    EXPECT_EQ(f32(nullptr, 8, 8, 32, 3, df, 32), 3);
+    EXPECT_EQ(f32(sf, 8, 8, 31, 3, df, 32), 3);
+    EXPECT_EQ(f32(sf, 8, 8, 32, 3, df, 31), 3);
+    EXPECT_EQ(f32(df, 8, 8, 32, 3, df, 36), 3);
+    EXPECT_TRUE(dst.untouched());
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(SmoothNormalizeDifferential, Bytes) {
+    for (uint32_t n : {2u, 3u, 6u, 17u, 255u}) {
+        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+            "pxrNormalizeLocalBoxu8 N " + std::to_string(n), PXR_ROW_NormalizeLocalBoxu8, 1, 1,
+            [n](GuardedImage& s, GuardedImage& d) {
+                EXPECT_EQ(pxrNormalizeLocalBoxu8(s.data(), s.width(), s.height(), s.stride(), n, d.data(), d.stride()),
+                          0);
+            }));
+    }
+}
+
+TEST(SmoothNormalizeDifferential, Floats) {
+    for (uint32_t n : {2u, 5u, 16u}) {
+        pxr::test::expectAllKindsMatch(
+            pxr::test::unaryOp("pxrNormalizeLocalBoxf32 N " + std::to_string(n), PXR_ROW_NormalizeLocalBoxf32, 4, 4,
+                               [n](GuardedImage& s, GuardedImage& d) {
+                                   GuardedImage finite = finiteCopy(s);
+                                   EXPECT_EQ(pxrNormalizeLocalBoxf32(finite.as<float>(), s.width(), s.height(),
+                                                                     s.stride(), n, d.as<float>(), d.stride()),
+                                             0);
+                               }),
+            alignedShapes(4));
+    }
+}

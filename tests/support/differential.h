@@ -61,6 +61,7 @@ std::vector<uint32_t> kindsToCompare(uint32_t row);
 
 // Runs fn once per vector target that is compiled in and supported here,
 // with kind 1 forced onto that target; restores the normal choice after.
+// PIXORA_TEST_BEST_TARGET_ONLY=1 keeps only the best one.
 void forEachVectorTarget(const std::function<void(const char* target)>& fn);
 
 // The whole check; reports failures through GoogleTest.

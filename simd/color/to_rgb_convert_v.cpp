@@ -1,8 +1,9 @@
-// YCbCr to packed RGB and the video-range decoder, vector kind. A vector of
-// Y bytes is widened to two halves of 16-bit lanes; the chroma of each half
-// is loaded already spread over its pixels; the arithmetic is the
-// reference's, rearranged so that every intermediate fits 16 bits; the
-// pixels left at the end of a row go through the reference's own span.
+// YCbCr to packed RGB and the video-range decoder, vector kind. The
+// reference's arithmetic is rearranged as Y plus a term of the chroma alone,
+// formed in 16-bit lanes once per chroma sample; with subsampled chroma the
+// terms are added to the Y bytes with saturation (the reference's clamp),
+// otherwise in 16-bit lanes. The video-range decoder stays in 16-bit lanes.
+// The pixels left at the end of a row go through the reference's own span.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/color/to_rgb_convert_v.cpp"
 #include <hwy/foreach_target.h>  // IWYU pragma: keep
@@ -21,44 +22,26 @@ using DI16 = hn::ScalableTag<int16_t>;
 using DU16 = hn::ScalableTag<uint16_t>;
 using DU32 = hn::ScalableTag<uint32_t>;
 using D8H = hn::Rebind<uint8_t, DI16>;  // one byte per 16-bit lane
-using D8Q = hn::Rebind<uint8_t, DU32>;  // one byte per 32-bit lane
+using V8 = hn::Vec<D8>;
 using VI16 = hn::Vec<DI16>;
 
 // Where the chroma of a row comes from: planar planes, or pairs in the
 // order Cb, Cr or Cr, Cb.
 enum class Src { Planar, CbCr, CrCb };
 
-// Cb - 128 and Cr - 128 of the pixels [xp, xp + lanes) of a row, each chroma
-// sample repeated over the Sx pixels it covers (xp even when Sx is 2).
-template <uint32_t Sx, Src S>
-HWY_INLINE void ChromaHalf(ycbcr::InRow c, size_t xp, VI16& cb, VI16& cr) {
+// Cb - 128 and Cr - 128 of the chroma samples [s, s + lanes of DI16).
+template <Src S>
+HWY_INLINE void ChromaSamples(ycbcr::InRow c, size_t s, VI16& cb, VI16& cr) {
     const DI16 di16;
     const DU16 du16;
-    const DU32 du32;
-    // Doubles each 16-bit lane of the lower half in order: (v, v) per 32 bits.
-    auto twice = [&](hn::Vec<DU32> w) { return hn::BitCast(du16, hn::Or(w, hn::ShiftLeft<16>(w))); };
     if constexpr (S == Src::Planar) {
-        if constexpr (Sx == 1) {
-            const D8H d8h;
-            cb = hn::PromoteTo(di16, hn::LoadU(d8h, c.cb + xp));
-            cr = hn::PromoteTo(di16, hn::LoadU(d8h, c.cr + xp));
-        } else {
-            const D8Q d8q;
-            cb = hn::BitCast(di16, twice(hn::PromoteTo(du32, hn::LoadU(d8q, c.cb + xp / 2))));
-            cr = hn::BitCast(di16, twice(hn::PromoteTo(du32, hn::LoadU(d8q, c.cr + xp / 2))));
-        }
+        const D8H d8h;
+        cb = hn::PromoteTo(di16, hn::LoadU(d8h, c.cb + s));
+        cr = hn::PromoteTo(di16, hn::LoadU(d8h, c.cr + s));
     } else {
-        const uint8_t* pairs = S == Src::CbCr ? c.cb : c.cr;
-        hn::Vec<DU16> v;
-        if constexpr (Sx == 1) {
-            v = hn::BitCast(du16, hn::LoadU(D8(), pairs + 2 * xp));
-        } else {
-            const D8H d8h;
-            const hn::Repartition<uint16_t, D8H> du16h;
-            v = twice(hn::PromoteTo(du32, hn::BitCast(du16h, hn::LoadU(d8h, pairs + xp))));
-        }
-        const VI16 first = hn::BitCast(di16, hn::And(v, hn::Set(du16, 0xFF)));
-        const VI16 second = hn::BitCast(di16, hn::ShiftRight<8>(v));
+        const auto pairs = hn::BitCast(du16, hn::LoadU(D8(), (S == Src::CbCr ? c.cb : c.cr) + 2 * s));
+        const VI16 first = hn::BitCast(di16, hn::And(pairs, hn::Set(du16, 0xFF)));
+        const VI16 second = hn::BitCast(di16, hn::ShiftRight<8>(pairs));
         cb = S == Src::CbCr ? first : second;
         cr = S == Src::CbCr ? second : first;
     }
@@ -67,18 +50,24 @@ HWY_INLINE void ChromaHalf(ycbcr::InRow c, size_t xp, VI16& cb, VI16& cr) {
     cr = hn::Sub(cr, k128);
 }
 
+// What each chroma sample adds to Y, per component (the arithmetic is
+// Y + term, clamped, for both weight sets).
+struct Terms {
+    VI16 r, g, b;
+};
+
 // The 8-bit weights. (256 Y + 128 + w C) >> 8 = Y + ((128 + w C) >> 8), and
 // the weights above 127 are split so the products fit 16 bits:
 // 359 = 256 + 103, -183 = -256 + 73, 454 = 512 - 58.
 struct Weights8V {
     using Scalar = ycbcr::Weights8;
-    static HWY_INLINE void Rgb(VI16 y, VI16 cb, VI16 cr, VI16& r, VI16& g, VI16& b) {
+    static HWY_INLINE Terms Of(VI16 cb, VI16 cr) {
         const DI16 d;
         const VI16 k128 = hn::Set(d, 128);
-        r = hn::Add(hn::Add(y, cr), hn::ShiftRight<8>(hn::Add(hn::Mul(cr, hn::Set(d, 103)), k128)));
-        g = hn::Add(hn::Sub(y, cr),
-                    hn::ShiftRight<8>(hn::Add(hn::Sub(k128, hn::Mul(cb, hn::Set(d, 88))), hn::Mul(cr, hn::Set(d, 73)))));
-        b = hn::Add(hn::Add(y, hn::Add(cb, cb)), hn::ShiftRight<8>(hn::Sub(k128, hn::Mul(cb, hn::Set(d, 58)))));
+        return {hn::Add(cr, hn::ShiftRight<8>(hn::Add(hn::Mul(cr, hn::Set(d, 103)), k128))),
+                hn::Sub(hn::ShiftRight<8>(hn::Add(hn::Sub(k128, hn::Mul(cb, hn::Set(d, 88))), hn::Mul(cr, hn::Set(d, 73)))),
+                        cr),
+                hn::Add(hn::Add(cb, cb), hn::ShiftRight<8>(hn::Sub(k128, hn::Mul(cb, hn::Set(d, 58)))))};
     }
 };
 
@@ -86,14 +75,12 @@ struct Weights8V {
 // green sums two products before its one rounding, in 32-bit lanes.
 struct JpegQ15V {
     using Scalar = ycbcr::JpegQ15;
-    static HWY_INLINE void Rgb(VI16 y, VI16 cb, VI16 cr, VI16& r, VI16& g, VI16& b) {
+    static HWY_INLINE Terms Of(VI16 cb, VI16 cr) {
         using J = ycbcr::JpegQ15;
         const DI16 d;
         const hn::Half<DI16> dh;
         const hn::Repartition<int32_t, DI16> d32;
         const VI16 cb2 = hn::Add(cb, cb), cr2 = hn::Add(cr, cr);
-        r = hn::Add(y, hn::MulFixedPoint15(cr2, hn::Set(d, J::kCrR)));
-        b = hn::Add(y, hn::MulFixedPoint15(cb2, hn::Set(d, J::kCbB)));
         auto green = [&](hn::Vec<decltype(d32)> cb32, hn::Vec<decltype(d32)> cr32) {
             const auto sum = hn::Add(hn::Add(hn::Mul(cb32, hn::Set(d32, J::kCbG)), hn::Mul(cr32, hn::Set(d32, J::kCrG))),
                                      hn::Set(d32, J::kHalf));
@@ -101,73 +88,85 @@ struct JpegQ15V {
         };
         const auto lo = green(hn::PromoteTo(d32, hn::LowerHalf(dh, cb2)), hn::PromoteTo(d32, hn::LowerHalf(dh, cr2)));
         const auto hi = green(hn::PromoteTo(d32, hn::UpperHalf(dh, cb2)), hn::PromoteTo(d32, hn::UpperHalf(dh, cr2)));
-        g = hn::Add(y, hn::Combine(d, hi, lo));
+        return {hn::MulFixedPoint15(cr2, hn::Set(d, J::kCrR)), hn::Combine(d, hi, lo),
+                hn::MulFixedPoint15(cb2, hn::Set(d, J::kCbB))};
     }
 };
 
-// Writers: the two halves of a vector of pixels at pixel x.
+// A term as two byte vectors, its positive and negative parts, so that
+// clamp(Y + term) = SaturatedSub(SaturatedAdd(Y, pos), neg) on bytes (every
+// term lies within -255..255). Used where one term serves two pixels.
+struct Offset {
+    V8 pos, neg;
+};
+HWY_INLINE V8 Apply(V8 y, const Offset& o) { return hn::SaturatedSub(hn::SaturatedAdd(y, o.pos), o.neg); }
+
+// From a term per chroma sample, each sample spread over two pixels: a
+// 16-bit lane t becomes the bytes t, t in order.
+HWY_INLINE Offset Spread(VI16 t) {
+    const DI16 di16;
+    const DU16 du16;
+    auto twice = [&](VI16 v) {
+        const auto u = hn::BitCast(du16, hn::Max(v, hn::Zero(di16)));
+        return hn::BitCast(D8(), hn::Or(u, hn::ShiftLeft<8>(u)));
+    };
+    return {twice(t), twice(hn::Neg(t))};
+}
+
+// Y plus terms per pixel, in two halves of 16-bit lanes, clamped to bytes.
+HWY_INLINE V8 Sum(VI16 yLo, VI16 yHi, VI16 tLo, VI16 tHi) {
+    const D8H d8h;
+    return hn::Combine(D8(), hn::DemoteTo(d8h, hn::Add(yHi, tHi)), hn::DemoteTo(d8h, hn::Add(yLo, tLo)));
+}
+
+// Writers: a vector of pixels at pixel x.
 struct Rgb888V {
     using Scalar = ycbcr::Rgb888;
-    static HWY_INLINE void Store(const VI16 (&lo)[3], const VI16 (&hi)[3], uint8_t* dst, size_t x) {
-        const D8 d8;
-        const D8H d8h;
-        auto bytes = [&](int i) { return hn::Combine(d8, hn::DemoteTo(d8h, hi[i]), hn::DemoteTo(d8h, lo[i])); };
-        hn::StoreInterleaved3(bytes(0), bytes(1), bytes(2), d8, dst + 3 * x);
+    static HWY_INLINE void Store(V8 r, V8 g, V8 b, uint8_t* dst, size_t x) {
+        hn::StoreInterleaved3(r, g, b, D8(), dst + 3 * x);
     }
 };
 struct Rgba8888V {
     using Scalar = ycbcr::Rgba8888;
-    static HWY_INLINE void Store(const VI16 (&lo)[3], const VI16 (&hi)[3], uint8_t* dst, size_t x) {
+    static HWY_INLINE void Store(V8 r, V8 g, V8 b, uint8_t* dst, size_t x) {
         const D8 d8;
-        const D8H d8h;
-        auto bytes = [&](int i) { return hn::Combine(d8, hn::DemoteTo(d8h, hi[i]), hn::DemoteTo(d8h, lo[i])); };
-        hn::StoreInterleaved4(bytes(0), bytes(1), bytes(2), hn::Set(d8, ycbcr::kAlpha), d8, dst + 4 * x);
+        hn::StoreInterleaved4(r, g, b, hn::Set(d8, ycbcr::kAlpha), d8, dst + 4 * x);
     }
 };
-
-// 565 word of three components (clamped to 0..255 first): the top 5, 6 and 5 bits.
-HWY_INLINE hn::Vec<DU16> Pack565(VI16 c0, VI16 c1, VI16 c2) {
-    const DI16 di16;
-    const DU16 du16;
-    auto clamp = [&](VI16 v) { return hn::BitCast(du16, hn::Min(hn::Max(v, hn::Zero(di16)), hn::Set(di16, 255))); };
-    return hn::Or(hn::Or(hn::ShiftLeft<8>(hn::And(clamp(c0), hn::Set(du16, 0xF8))),
-                         hn::ShiftLeft<3>(hn::And(clamp(c1), hn::Set(du16, 0xFC)))),
-                  hn::ShiftRight<3>(clamp(c2)));
-}
-
+// The 565 word's high byte is r & 0xF8 | g >> 5, its low byte
+// (g << 3) & 0xE0 | b >> 3; little-endian words store the low byte first.
 struct Rgb565V {
     using Scalar = ycbcr::Rgb565;
-    static HWY_INLINE void Store(const VI16 (&lo)[3], const VI16 (&hi)[3], uint8_t* dst, size_t x) {
+    static HWY_INLINE void Store(V8 r, V8 g, V8 b, uint8_t* dst, size_t x) {
         const D8 d8;
-        const size_t half = hn::Lanes(DI16());
-        hn::StoreU(hn::BitCast(d8, Pack565(lo[0], lo[1], lo[2])), d8, dst + 2 * x);
-        hn::StoreU(hn::BitCast(d8, Pack565(hi[0], hi[1], hi[2])), d8, dst + 2 * (x + half));
+        const V8 high = hn::Or(hn::And(r, hn::Set(d8, 0xF8)), hn::ShiftRight<5>(g));
+        const V8 low = hn::Or(hn::And(hn::ShiftLeft<3>(g), hn::Set(d8, 0xE0)), hn::ShiftRight<3>(b));
+        hn::StoreInterleaved2(low, high, d8, dst + 2 * x);
     }
 };
-
-// Y of the pixels [x, x + lanes of D8) as two halves.
-HWY_INLINE void LumaHalves(const uint8_t* y, size_t x, VI16& lo, VI16& hi) {
-    const D8 d8;
-    const D8H d8h;
-    const DI16 di16;
-    const auto v = hn::LoadU(d8, y + x);
-    lo = hn::PromoteTo(di16, hn::LowerHalf(d8h, v));
-    hi = hn::PromoteTo(di16, hn::UpperHalf(d8h, v));
-}
 
 template <class Math, class Writer, uint32_t Sx, Src S>
 void RgbRow(const uint8_t* y, ycbcr::InRow c, uint32_t width, uint8_t* dst) {
-    const size_t n = hn::Lanes(D8()), half = n / 2;
+    const D8 d8;
+    const size_t n = hn::Lanes(d8), half = n / 2;
     size_t x = 0;
     for (; x + n <= width; x += n) {
-        VI16 yl, yh, cbl, crl, cbh, crh;
-        LumaHalves(y, x, yl, yh);
-        ChromaHalf<Sx, S>(c, x, cbl, crl);
-        ChromaHalf<Sx, S>(c, x + half, cbh, crh);
-        VI16 lo[3], hi[3];
-        Math::Rgb(yl, cbl, crl, lo[0], lo[1], lo[2]);
-        Math::Rgb(yh, cbh, crh, hi[0], hi[1], hi[2]);
-        Writer::Store(lo, hi, dst, x);
+        const V8 yv = hn::LoadU(d8, y + x);
+        if constexpr (Sx == 2) {  // one chroma sample per two pixels: terms at chroma resolution
+            VI16 cb, cr;
+            ChromaSamples<S>(c, x / 2, cb, cr);
+            const Terms t = Math::Of(cb, cr);
+            Writer::Store(Apply(yv, Spread(t.r)), Apply(yv, Spread(t.g)), Apply(yv, Spread(t.b)), dst, x);
+        } else {
+            const DI16 di16;
+            const D8H d8h;
+            const VI16 yLo = hn::PromoteTo(di16, hn::LowerHalf(d8h, yv)), yHi = hn::PromoteTo(di16, hn::UpperHalf(d8h, yv));
+            VI16 cb0, cr0, cb1, cr1;
+            ChromaSamples<S>(c, x, cb0, cr0);
+            ChromaSamples<S>(c, x + half, cb1, cr1);
+            const Terms t0 = Math::Of(cb0, cr0), t1 = Math::Of(cb1, cr1);
+            Writer::Store(Sum(yLo, yHi, t0.r, t1.r), Sum(yLo, yHi, t0.g, t1.g), Sum(yLo, yHi, t0.b, t1.b), dst, x);
+        }
     }
     ycbcr::rgbSpan<typename Math::Scalar, typename Writer::Scalar>(y, c, Sx, static_cast<uint32_t>(x), width, dst);
 }
@@ -205,28 +204,45 @@ PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_V_PSEUDO_ROWS)
 // 298 m = 256 m + t, 517 = 512 + 5, -208 = -256 + 48, 409 = 512 - 103.
 HWY_INLINE hn::Vec<DU16> Video565(VI16 y, VI16 u, VI16 v) {
     const DI16 d;
+    const DU16 du16;
     const VI16 m = hn::Sub(y, hn::Set(d, 16));
     const VI16 t = hn::Mul(m, hn::Set(d, 42));
     const VI16 c0 = hn::Add(hn::Add(m, hn::Add(u, u)), hn::ShiftRight<8>(hn::Add(t, hn::Mul(u, hn::Set(d, 5)))));
     const VI16 c1 = hn::Add(hn::Sub(m, v), hn::ShiftRight<8>(hn::Add(hn::Sub(t, hn::Mul(u, hn::Set(d, 100))),
                                                                      hn::Mul(v, hn::Set(d, 48)))));
     const VI16 c2 = hn::Add(hn::Add(m, hn::Add(v, v)), hn::ShiftRight<8>(hn::Sub(t, hn::Mul(v, hn::Set(d, 103)))));
-    return Pack565(c0, c1, c2);
+    auto clamp = [&](VI16 c) { return hn::BitCast(du16, hn::Min(hn::Max(c, hn::Zero(d)), hn::Set(d, 255))); };
+    return hn::Or(hn::Or(hn::ShiftLeft<8>(hn::And(clamp(c0), hn::Set(du16, 0xF8))),
+                         hn::ShiftLeft<3>(hn::And(clamp(c1), hn::Set(du16, 0xFC)))),
+                  hn::ShiftRight<3>(clamp(c2)));
+}
+
+// The lower or upper half of the lanes of v, each lane twice, in order.
+template <bool Upper>
+HWY_INLINE VI16 Twice(VI16 v) {
+    const DU16 du16;
+    const hn::Half<DU16> dh;
+    const DU32 du32;
+    const auto u = hn::BitCast(du16, v);
+    const auto w = hn::PromoteTo(du32, Upper ? hn::UpperHalf(dh, u) : hn::LowerHalf(dh, u));
+    return hn::BitCast(DI16(), hn::Or(w, hn::ShiftLeft<16>(w)));
 }
 
 void VideoRows(const ycbcr::VideoJob& j) {
     const D8 d8;
+    const D8H d8h;
+    const DI16 di16;
     const DU16 du16;
     const size_t n = hn::Lanes(d8), half = n / 2;
     ycbcr::forEachVideoRow(j, [&](const uint8_t* y, const uint8_t* c, uint8_t* dst) {
         const ycbcr::InRow uv{c, c + 1, 2};
         size_t x = 0;
         for (; x + n <= j.width; x += n) {
-            VI16 yl, yh, ul, vl, uh, vh;
-            LumaHalves(y, x, yl, yh);
-            ChromaHalf<2, Src::CbCr>(uv, x, ul, vl);
-            ChromaHalf<2, Src::CbCr>(uv, x + half, uh, vh);
-            const auto lo = Video565(yl, ul, vl), hi = Video565(yh, uh, vh);
+            const auto yv = hn::LoadU(d8, y + x);
+            VI16 u, v;
+            ChromaSamples<Src::CbCr>(uv, x / 2, u, v);
+            const auto lo = Video565(hn::PromoteTo(di16, hn::LowerHalf(d8h, yv)), Twice<false>(u), Twice<false>(v));
+            const auto hi = Video565(hn::PromoteTo(di16, hn::UpperHalf(d8h, yv)), Twice<true>(u), Twice<true>(v));
             if (j.rotate) {  // pixels [x, x + n) land reversed on [width - x - n, width - x)
                 hn::StoreU(hn::BitCast(d8, hn::Reverse(du16, hi)), d8, dst + 2 * (j.width - x - n));
                 hn::StoreU(hn::BitCast(d8, hn::Reverse(du16, lo)), d8, dst + 2 * (j.width - x - half));

@@ -72,7 +72,7 @@ extern "C" {
     PXR_FROM_RGB_ENTRY_##Layout(Name, SrcType, srcBpp, SX)
 #define PXR_FROM_RGB_PACKED(Name, SrcType, Src, srcBpp, DstType, Dst, dstBpp) \
     PXR_FROM_RGB_ENTRY_PACKED(Name, SrcType, srcBpp, DstType, dstBpp, selectKind, dispatch, PXR_ROW_##Name)
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span) \
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel) \
     PXR_FROM_RGB_ENTRY_PACKED(Name, uint8_t, srcBpp, uint8_t, dstBpp, selectKind, dispatch, PXR_ROW_##Name)
 #include "imgproc/color/from_rgb_members.def"
 

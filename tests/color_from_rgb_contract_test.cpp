@@ -11,9 +11,12 @@
 #include "color_from_rgb_members.h"
 #include "pixora.h"
 #include "support/differential.h"
+#include "support/fuzz_planes.h"
 #include "support/log_capture.h"
 
 using pxr::test::ForceKind;
+using pxr::test::FuzzPlane;
+using pxr::test::randomStride;
 using pxr::test::GuardedImage;
 using pxr::test::LogCapture;
 using pxr::test::from_rgb::Member;
@@ -158,31 +161,7 @@ TEST(ColorFromRgbRules, Rotate180ReadsTheInternalKind) {
 
 namespace {
 
-// Null now and then, else exactly stride x (rows - 1) + rowBytes bytes.
-class FuzzPlane {
-public:
-    FuzzPlane(std::mt19937& gen, uint32_t rowBytes, uint32_t rows, uint32_t stride) {
-        if (gen() % 16 == 0) return;
-        const size_t r = rows ? rows : 1;
-        bytes_.resize(size_t{std::max(stride, rowBytes)} * (r - 1) + std::max<size_t>(rowBytes, 1));
-        for (auto& b : bytes_) b = static_cast<uint8_t>(gen());
-    }
-    uint8_t* data() { return bytes_.empty() ? nullptr : bytes_.data(); }
-
-private:
-    std::vector<uint8_t> bytes_;
-};
-
 uint32_t pick(std::mt19937& gen, uint32_t n) { return static_cast<uint32_t>(gen() % n); }
-
-// 0 (packed), one byte short, or with slack.
-uint32_t randomStride(std::mt19937& gen, uint32_t rowBytes) {
-    switch (pick(gen, 4)) {
-        case 0: return 0;
-        case 1: return rowBytes ? rowBytes - 1 : 0;
-        default: return rowBytes + pick(gen, 9);
-    }
-}
 
 }  // namespace
 

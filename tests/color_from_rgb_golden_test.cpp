@@ -23,14 +23,7 @@ namespace {
 // Runs a member with every stride 0 (packed) on destinations prefilled with
 // 0xEE; returns the destination planes.
 std::vector<Bytes> run(const Member& m, const Bytes& src, uint32_t w, uint32_t h) {
-    std::vector<Bytes> out(m.planes());
-    Planes p{};
-    for (uint32_t i = 0; i < m.planes(); ++i) {
-        out[i].assign(size_t{m.planeWidth(i, w)} * m.planeBpp(i) * m.planeHeight(i, h), 0xEE);
-        p.data[i] = out[i].data();
-    }
-    m.call(src.data(), w, h, 0, p);
-    return out;
+    return pxr::test::from_rgb::runPacked(m, src, w, h);
 }
 
 // One pixel repeated, as the source bytes of a member (565 sources take the

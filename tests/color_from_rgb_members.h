@@ -76,7 +76,7 @@ inline const std::vector<Member>& members() {
      [](const uint8_t* s, uint32_t w, uint32_t h, uint32_t ss, const Planes& d) {                            \
          detail::packed(pxr##Name, s, w, h, ss, d);                                                           \
      }},
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span) PXR_FROM_RGB_PACKED(Name, , , srcBpp, , , dstBpp)
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel) PXR_FROM_RGB_PACKED(Name, , , srcBpp, , , dstBpp)
 #include "imgproc/color/from_rgb_members.def"
 #undef PXR_TEST_CALL_Planar
 #undef PXR_TEST_CALL_PseudoPlanar
@@ -88,6 +88,20 @@ inline const Member& member(const std::string& name) {
     for (const auto& m : members())
         if (m.name == name) return m;
     throw std::invalid_argument("no member " + name);
+}
+
+// Runs a member on a packed source with every stride 0 (packed), into
+// destination planes prefilled with `fill`; returns the planes.
+inline std::vector<std::vector<uint8_t>> runPacked(const Member& m, const std::vector<uint8_t>& src, uint32_t w,
+                                                   uint32_t h, uint8_t fill = 0xEE) {
+    std::vector<std::vector<uint8_t>> out(m.planes());
+    Planes p{};
+    for (uint32_t i = 0; i < m.planes(); ++i) {
+        out[i].assign(size_t{m.planeWidth(i, w)} * m.planeBpp(i) * m.planeHeight(i, h), fill);
+        p.data[i] = out[i].data();
+    }
+    m.call(src.data(), w, h, 0, p);
+    return out;
 }
 
 }  // namespace pxr::test::from_rgb

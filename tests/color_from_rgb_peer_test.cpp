@@ -21,24 +21,14 @@
 #endif
 
 using pxr::test::from_rgb::member;
-using pxr::test::from_rgb::Planes;
 using Bytes = std::vector<uint8_t>;
 
 namespace {
 
 constexpr uint32_t kW = 331, kH = 97;  // odd, past every vector width
 
-// Runs a member on a packed image with packed (stride 0) destinations.
-std::vector<Bytes> run(const char* name, const Bytes& src, uint32_t w = kW, uint32_t h = kH) {
-    const auto& m = member(name);
-    std::vector<Bytes> out(m.planes());
-    Planes p{};
-    for (uint32_t i = 0; i < m.planes(); ++i) {
-        out[i].assign(size_t{m.planeWidth(i, w)} * m.planeBpp(i) * m.planeHeight(i, h), 0);
-        p.data[i] = out[i].data();
-    }
-    m.call(src.data(), w, h, 0, p);
-    return out;
+std::vector<Bytes> run(const char* name, const Bytes& src) {
+    return pxr::test::from_rgb::runPacked(member(name), src, kW, kH);
 }
 
 Bytes image(uint32_t bpp, uint32_t seed) { return pxr::test::randomBytes(size_t{kW} * kH * bpp, seed); }
@@ -78,27 +68,23 @@ TEST(ColorFromRgbLibyuv, LayoutChangesAndPackingMatchExactly) {
 }
 
 TEST(ColorFromRgbLibyuv, FullRangeLumaMatchesExactlyAndChromaWithinTwo) {
-    const Bytes rgb = image(3, 4), rgba = image(4, 5);
-    const uint32_t cw = (kW + 1) / 2, ch = (kH + 1) / 2;
-    Bytes y(size_t{kW} * kH), u(size_t{cw} * ch), v(u.size());
-    libyuv::RGB24ToJ420(rgb.data(), static_cast<int>(3 * kW), y.data(), static_cast<int>(kW), u.data(),
-                        static_cast<int>(cw), v.data(), static_cast<int>(cw), static_cast<int>(kW),
-                        static_cast<int>(kH));
-    auto ours = run("pxrColorRGB888ToYCbCr420Planaru8", rgb);
-    EXPECT_EQ(ours[0], y);
     // libyuv's chroma weights are 127 / -84 / -43 and it averages pairs of
     // pairs; ours 128 / -85 / -43 on the rounded mean of the block.
-    EXPECT_LE(maxDiff(ours[1], u), 2);
-    EXPECT_LE(maxDiff(ours[2], v), 2);
-
-    Bytes y422(size_t{kW} * kH), u422(size_t{cw} * kH), v422(u422.size());
-    libyuv::ARGBToJ422(rgba.data(), static_cast<int>(4 * kW), y422.data(), static_cast<int>(kW), u422.data(),
-                       static_cast<int>(cw), v422.data(), static_cast<int>(cw), static_cast<int>(kW),
-                       static_cast<int>(kH));
-    auto ours422 = run("pxrColorRGBA8888ToYCbCr422Planaru8", rgba);
-    EXPECT_EQ(ours422[0], y422);
-    EXPECT_LE(maxDiff(ours422[1], u422), 2);
-    EXPECT_LE(maxDiff(ours422[2], v422), 2);
+    using J = int (*)(const uint8_t*, int, uint8_t*, int, uint8_t*, int, uint8_t*, int, int, int);
+    auto check = [](J fn, const char* name, uint32_t bpp, uint32_t chromaRows) {
+        const Bytes src = image(bpp, bpp);
+        const uint32_t cw = (kW + 1) / 2;
+        Bytes y(size_t{kW} * kH), u(size_t{cw} * chromaRows), v(u.size());
+        fn(src.data(), static_cast<int>(bpp * kW), y.data(), static_cast<int>(kW), u.data(), static_cast<int>(cw),
+           v.data(), static_cast<int>(cw), static_cast<int>(kW), static_cast<int>(kH));
+        const auto ours = run(name, src);
+        EXPECT_EQ(ours[0], y) << name;
+        EXPECT_LE(maxDiff(ours[1], u), 2) << name;
+        EXPECT_LE(maxDiff(ours[2], v), 2) << name;
+    };
+    check(libyuv::RGB24ToJ420, "pxrColorRGB888ToYCbCr420Planaru8", 3, (kH + 1) / 2);
+    check(libyuv::ARGBToJ420, "pxrColorRGBA8888ToYCbCr420Planaru8", 4, (kH + 1) / 2);
+    check(libyuv::ARGBToJ422, "pxrColorRGBA8888ToYCbCr422Planaru8", 4, kH);
 }
 #endif
 

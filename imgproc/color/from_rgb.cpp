@@ -33,7 +33,8 @@ using namespace pxr::color;
     PXR_COLOR_DEFINE_##Layout(pxr##Name##C, SrcType, (toYcbcr<Src, SX, SY>))
 #define PXR_FROM_RGB_PACKED(Name, SrcType, Src, srcBpp, DstType, Dst, dstBpp) \
     PXR_COLOR_DEFINE_PACKED(pxr##Name##C, SrcType, DstType, (unary<reorderSpan<Src, Dst>>))
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span) PXR_COLOR_DEFINE_PACKED(pxr##Name##C, uint8_t, uint8_t, unary<span>)
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel) \
+    PXR_COLOR_DEFINE_PACKED(pxr##Name##C, uint8_t, uint8_t, unary<kernel##Span>)
 #include "imgproc/color/from_rgb_members.def"
 
 PXR_COLOR_DEFINE_PACKED(pxrColorRGB888ToRGB565Rotate180u8C, uint8_t, uint16_t, rotate180)

@@ -22,16 +22,11 @@ using PackedFn = void(const Src*, uint32_t, uint32_t, uint32_t, Dst*, uint32_t);
 
 }  // namespace pxr::color
 
-#define PXR_FROM_RGB_YCBCR(Name, SrcType, Src, srcBpp, SX, SY, Layout) \
-    pxr::color::To##Layout##Fn<SrcType> pxr##Name##C;                   \
+#define PXR_FROM_RGB_DECL(Name, ...) \
+    __VA_ARGS__ pxr##Name##C;        \
     PXR_REFERENCE(PXR_ROW_##Name, pxr##Name##C)
-#define PXR_FROM_RGB_PACKED(Name, SrcType, Src, srcBpp, DstType, Dst, dstBpp) \
-    pxr::color::PackedFn<SrcType, DstType> pxr##Name##C;                       \
-    PXR_REFERENCE(PXR_ROW_##Name, pxr##Name##C)
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span)  \
-    pxr::color::PackedFn<uint8_t, uint8_t> pxr##Name##C; \
-    PXR_REFERENCE(PXR_ROW_##Name, pxr##Name##C)
-#include "imgproc/color/from_rgb_members.def"
+#include "imgproc/color/from_rgb_declare.h"
+#undef PXR_FROM_RGB_DECL
 
 // Internal row 0: RGB888 to RGB565, rotated by 180 degrees.
 pxr::color::PackedFn<uint8_t, uint16_t> pxrColorRGB888ToRGB565Rotate180u8C;

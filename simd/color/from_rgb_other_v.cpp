@@ -131,37 +131,23 @@ inline uint32_t labRow(const uint8_t* s, uint8_t* d, uint32_t width) {
 
 #endif  // HWY_TARGET != HWY_SCALAR
 
-using SpanFn = void (*)(const uint8_t*, uint8_t*, uint32_t, uint32_t);
-
+// A row: vector steps, then the reference span for the rest.
 #if HWY_TARGET != HWY_SCALAR
-// The vector row kernel of each reference span.
-template <SpanFn Span>
-uint32_t vectorPart(const uint8_t* s, uint8_t* d, uint32_t width) {
-    if constexpr (Span == &greySpan) return greyRow(s, d, width);
-    if constexpr (Span == &jpegSpan) return jpegRow(s, d, width);
-    if constexpr (Span == &hsvSpan) return hsvRow(s, d, width);
-    if constexpr (Span == &labSpan) return labRow(s, d, width);
-}
+#define PXR_FROM_RGB_VECTOR_STEPS(kernel) done = kernel##Row(s, d, width);
+#else
+#define PXR_FROM_RGB_VECTOR_STEPS(kernel)
 #endif
-
-template <SpanFn Span>
-void unary(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint8_t* dst,
-           uint32_t dstStride) {
-    forEachRow(src, height, srcStride, dst, dstStride, [&](const uint8_t* s, uint8_t* d) {
-        uint32_t done = 0;
-#if HWY_TARGET != HWY_SCALAR
-        done = vectorPart<Span>(s, d, width);
-#endif
-        Span(s, d, done, width);
-    });
-}
-
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span)                                                        \
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel)                                                     \
     void Name(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint8_t* dst,       \
               uint32_t dstStride) {                                                                        \
-        unary<span>(src, width, height, srcStride, dst, dstStride);                                        \
+        forEachRow(src, height, srcStride, dst, dstStride, [&](const uint8_t* s, uint8_t* d) {            \
+            uint32_t done = 0;                                                                             \
+            PXR_FROM_RGB_VECTOR_STEPS(kernel)                                                              \
+            kernel##Span(s, d, done, width);                                                               \
+        });                                                                                                \
     }
 #include "imgproc/color/from_rgb_members.def"
+#undef PXR_FROM_RGB_VECTOR_STEPS
 
 }  // namespace pxr::color::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -171,11 +157,11 @@ HWY_AFTER_NAMESPACE();
 #include "simd/color/from_rgb_v.h"
 
 namespace pxr::color {
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span) PXR_FROM_RGB_UNARY_DISPATCH(Name)
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel) PXR_FROM_RGB_UNARY_DISPATCH(Name)
 #include "imgproc/color/from_rgb_members.def"
 }  // namespace pxr::color
 
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span) \
+#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, kernel) \
     PXR_COLOR_DEFINE_PACKED(pxr##Name##V, uint8_t, uint8_t, pxr::color::Name##V)
 #include "imgproc/color/from_rgb_members.def"
 #endif

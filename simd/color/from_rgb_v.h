@@ -3,16 +3,11 @@
 
 #include "imgproc/color/from_rgb.h"
 
-#define PXR_FROM_RGB_YCBCR(Name, SrcType, Src, srcBpp, SX, SY, Layout) \
-    pxr::color::To##Layout##Fn<SrcType> pxr##Name##V;                   \
+#define PXR_FROM_RGB_DECL(Name, ...) \
+    __VA_ARGS__ pxr##Name##V;        \
     PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
-#define PXR_FROM_RGB_PACKED(Name, SrcType, Src, srcBpp, DstType, Dst, dstBpp) \
-    pxr::color::PackedFn<SrcType, DstType> pxr##Name##V;                       \
-    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
-#define PXR_FROM_RGB_OTHER(Name, srcBpp, dstBpp, span)  \
-    pxr::color::PackedFn<uint8_t, uint8_t> pxr##Name##V; \
-    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
-#include "imgproc/color/from_rgb_members.def"
+#include "imgproc/color/from_rgb_declare.h"
+#undef PXR_FROM_RGB_DECL
 
 pxr::color::PackedFn<uint8_t, uint16_t> pxrColorRGB888ToRGB565Rotate180u8V;
 PXR_INTERNAL_VECTOR(PXR_IROW_ColorRGB888ToRGB565Rotate180u8, pxrColorRGB888ToRGB565Rotate180u8V)

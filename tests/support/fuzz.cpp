@@ -7,42 +7,19 @@
 
 #include "pixora/frame.h"
 #include "support/differential.h"
+#include "support/fuzz_planes.h"
 #include "support/log_capture.h"
 
 namespace pxr::test {
 namespace {
-
-// Null now and then, else a heap buffer of exactly
-// stride x (height - 1) + rowBytes bytes, so the sanitizer sees its true end.
-class FuzzPlane {
-public:
-    FuzzPlane(std::mt19937& gen, uint32_t rowBytes, uint32_t height, uint32_t stride) {
-        if (gen() % 16 == 0) return;
-        const size_t rows = height ? height : 1;
-        bytes_.resize(size_t{std::max(stride, rowBytes)} * (rows - 1) + std::max<size_t>(rowBytes, 1));
-        for (auto& b : bytes_) b = static_cast<uint8_t>(gen());
-    }
-    uint8_t* data() { return bytes_.empty() ? nullptr : bytes_.data(); }
-
-private:
-    std::vector<uint8_t> bytes_;
-};
 
 FuzzArgs randomArgs(std::mt19937& gen, uint32_t srcBpp, uint32_t dstBpp) {
     auto pick = [&](uint32_t n) { return static_cast<uint32_t>(gen() % n); };
     FuzzArgs a{};
     a.width = pick(4) == 0 ? pick(3) : pick(40);
     a.height = pick(4) == 0 ? pick(3) : pick(24);
-    auto stride = [&](uint32_t bpp) {
-        const uint32_t row = a.width * bpp;
-        switch (pick(4)) {
-            case 0: return 0u;
-            case 1: return row > 0 ? row - 1 : 0u;
-            default: return row + pick(9);
-        }
-    };
-    a.srcStride = stride(srcBpp);
-    a.dstStride = stride(dstBpp);
+    a.srcStride = randomStride(gen, a.width * srcBpp);
+    a.dstStride = randomStride(gen, a.width * dstBpp);
     a.border = pick(5);
     a.value = static_cast<uint8_t>(gen());
     return a;

@@ -6,11 +6,12 @@
 
 PXR_EXTERN_C_BEGIN
 
-/* Integer results of the u8 correlations and convolutions: the 32-bit sum
-   is scaled by `shift`. shift > 0: (sum + 2^(shift-1)) >> shift (rounds half
-   up); shift <= 0: sum << -shift; a shift of 32 or more either way gives 0.
-   The value is then clamped to 0..255 (u8) or saturated to int16 (s16).
-   Kernels are row-major; 16-bit and float strides are in bytes. */
+/* Integer results of the u8 correlations and convolutions: the sum (32-bit
+   for the correlations, exact for the convolutions) is scaled by `shift`.
+   shift > 0: (sum + 2^(shift-1)) >> shift (rounds half up); shift <= 0:
+   sum x 2^-shift; a shift of 32 or more either way gives 0. The value is
+   then clamped to 0..255 (u8) or saturated to int16 (s16). Kernels are
+   row-major; 16-bit and float strides are in bytes. */
 
 /* 3x3 correlation with an s8 kernel; writes rows and columns 1..size-2. */
 PXR_API void pxrFilterCorr3x3s8(const int8_t* kernel, int32_t shift, const uint8_t* src, uint32_t w,

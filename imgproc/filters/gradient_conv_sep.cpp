@@ -1,5 +1,4 @@
 // The separable M x N convolution to int16 and the Sobel derivatives built on it.
-#include "frame/entry.h"
 #include "imgproc/filters/gradient.h"
 #include "imgproc/filters/gradient_conv_kernels.h"
 #include "imgproc/filters/gradient_kernels.h"
@@ -44,14 +43,15 @@ int pxrFilterSobel3x3u8s16C(const uint8_t* src, uint32_t srcWidth, uint32_t srcH
                                     dstStride, borderType, borderValue);
     if (rc != PIXORA_STATUS_OK) return rc;
     using namespace pxr::grad;
-    interiorRows(src, srcWidth, srcHeight, srcStride, [&](uint32_t oy, const uint8_t* t, const uint8_t* m,
+    // The dedicated 3x3 pass: the interior again, unnormalised.
+    interiorRows(src, srcWidth, srcHeight, srcStride, [&](uint32_t y, const uint8_t* t, const uint8_t* m,
                                                           const uint8_t* b) {
-        int16_t* ox = dx ? rowAt(dx, oy + 1, dstStride) : nullptr;
-        int16_t* oy_ = dy ? rowAt(dy, oy + 1, dstStride) : nullptr;
+        int16_t* rx = dx ? rowAt(dx, y + 1, dstStride) : nullptr;
+        int16_t* ry = dy ? rowAt(dy, y + 1, dstStride) : nullptr;
         for (uint32_t x = 1; x + 1 < srcWidth; ++x) {
             const Pair<int32_t> g = sobel(t, m, b, x);
-            if (ox) ox[x] = static_cast<int16_t>(g.dx);
-            if (oy_) oy_[x] = static_cast<int16_t>(g.dy);
+            if (rx) rx[x] = static_cast<int16_t>(g.dx);
+            if (ry) ry[x] = static_cast<int16_t>(g.dy);
         }
     });
     return PIXORA_STATUS_OK;

@@ -182,41 +182,22 @@ std::map<std::string, std::vector<std::pair<std::string, Run>>> peers() {
 PXR_BENCH_OPERATIONS(color_to_rgb) {
     auto peer = peers();
     std::vector<Op> ops;
-#define PXR_B_PLANAR_TO_RGB(name, sx, sy, Writer)                                                            \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, rgbBytes(#Writer), [] {                                 \
-                       pxrColor##name(srcY(), srcCb(sx, sy), srcCr(sx, sy), W, H, 0, 0, 0,                    \
-                                      reinterpret_cast<PXR_YCC_RGB_PIXEL_##Writer*>(dstRgb()), 0);            \
-                   }, peer[#name]});
-#define PXR_B_PSEUDO_TO_RGB(name, sx, sy, Order, Math, Writer)                                               \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, rgbBytes(#Writer), [] {                                 \
-                       pxrColor##name(srcY(), srcC(sx, sy), W, H, 0, 0,                                       \
+// The entry point's arguments of each side, packed.
+#define PXR_B_SRC_PLANAR(sx, sy) srcY(), srcCb(sx, sy), srcCr(sx, sy), W, H, 0, 0, 0
+#define PXR_B_SRC_PSEUDO(sx, sy) srcY(), srcC(sx, sy), W, H, 0, 0
+#define PXR_B_DST_PLANAR dstY(), dstCb(), dstCr(), 0, 0, 0
+#define PXR_B_DST_PSEUDO dstY(), dstC(), 0, 0
+#define PXR_B_TO_RGB(name, Src, sx, sy, Order, Math, Writer, ...)                                             \
+    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, rgbBytes(#Writer), [] {                      \
+                       pxrColor##name(PXR_B_SRC_##Src(sx, sy),                                                 \
                                       reinterpret_cast<PXR_YCC_RGB_PIXEL_##Writer*>(dstRgb()), 0);            \
                    }, peer[#name]});
     // Layout changes write Y and the destination chroma.
-#define PXR_B_P2P(name, ssx, ssy, dsx, dsy)                                                                  \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, kSize + 2 * chromaSamples(dsx, dsy), [] {             \
-                       pxrColor##name(srcY(), srcCb(ssx, ssy), srcCr(ssx, ssy), W, H, 0, 0, 0, dstY(), dstCb(), \
-                                      dstCr(), 0, 0, 0);                                                     \
-                   }, peer[#name]});
-#define PXR_B_P2S(name, ssx, ssy, dsx, dsy)                                                                  \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, kSize + 2 * chromaSamples(dsx, dsy), [] {             \
-                       pxrColor##name(srcY(), srcCb(ssx, ssy), srcCr(ssx, ssy), W, H, 0, 0, 0, dstY(), dstC(), \
-                                      0, 0);                                                                 \
-                   }, peer[#name]});
-#define PXR_B_S2P(name, ssx, ssy, dsx, dsy)                                                                  \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, kSize + 2 * chromaSamples(dsx, dsy), [] {             \
-                       pxrColor##name(srcY(), srcC(ssx, ssy), W, H, 0, 0, dstY(), dstCb(), dstCr(), 0, 0, 0); \
-                   }, peer[#name]});
-#define PXR_B_S2S(name, ssx, ssy, dsx, dsy)                                                                  \
-    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, kSize + 2 * chromaSamples(dsx, dsy), [] {             \
-                       pxrColor##name(srcY(), srcC(ssx, ssy), W, H, 0, 0, dstY(), dstC(), 0, 0);              \
-                   }, peer[#name]});
-    PXR_YCC_PLANAR_TO_RGB(PXR_B_PLANAR_TO_RGB)
-    PXR_YCC_PSEUDO_TO_RGB(PXR_B_PSEUDO_TO_RGB)
-    PXR_YCC_PLANAR_TO_PLANAR(PXR_B_P2P)
-    PXR_YCC_PLANAR_TO_PSEUDO(PXR_B_P2S)
-    PXR_YCC_PSEUDO_TO_PLANAR(PXR_B_S2P)
-    PXR_YCC_PSEUDO_TO_PSEUDO(PXR_B_S2S)
+#define PXR_B_LAYOUT(name, Src, ssx, ssy, Dst, dsx, dsy, ...)                                                 \
+    ops.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, kSize + 2 * chromaSamples(dsx, dsy),        \
+                   [] { pxrColor##name(PXR_B_SRC_##Src(ssx, ssy), PXR_B_DST_##Dst); }, peer[#name]});
+    PXR_YCC_TO_RGB(PXR_B_TO_RGB)
+    PXR_YCC_LAYOUTS(PXR_B_LAYOUT)
     // The swap of a 4:2:0 chroma plane (960 x 540 pairs).
     ops.push_back({"pxrColorCbCrSwapu8", PXR_ROW_ColorCbCrSwapu8, false, kSize / 2,
                    [] { pxrColorCbCrSwapu8(srcC(2, 2), W / 2, H / 2, 0, dstC(), 0); }, peer["CbCrSwapu8"]});

@@ -38,119 +38,74 @@ pxr::Rule planesRule(uint32_t width, uint32_t height, PlaneRef src, PlaneRef dst
         }                                                                 \
     } while (0)
 
-// Stride defaulting and the conditions of each side of a member.
-#define PXR_YCC_PLANAR_SRC_DEFAULTS(sx)                                              \
-    const uint32_t srcChromaWidth = pxr::color::chromaCount(srcWidth, sx);           \
-    srcYStride = pxr::packedStride(srcYStride, srcWidth);                            \
-    srcCbStride = pxr::packedStride(srcCbStride, srcChromaWidth);                    \
-    srcCrStride = pxr::packedStride(srcCrStride, srcChromaWidth)
-#define PXR_YCC_PSEUDO_SRC_DEFAULTS(sx)                                              \
-    const uint32_t srcChromaBytes = pxr::color::chromaRowBytes(srcWidth, sx, true);  \
-    srcYStride = pxr::packedStride(srcYStride, srcWidth);                            \
-    srcCStride = pxr::packedStride(srcCStride, srcChromaBytes)
-#define PXR_YCC_PLANAR_DST_DEFAULTS(dsx)                                             \
-    const uint32_t dstChromaWidth = pxr::color::chromaCount(srcWidth, dsx);          \
-    dstYStride = pxr::packedStride(dstYStride, srcWidth);                            \
-    dstCbStride = pxr::packedStride(dstCbStride, dstChromaWidth);                    \
-    dstCrStride = pxr::packedStride(dstCrStride, dstChromaWidth)
-#define PXR_YCC_PSEUDO_DST_DEFAULTS(dsx)                                             \
-    const uint32_t dstChromaBytes = pxr::color::chromaRowBytes(srcWidth, dsx, true); \
-    dstYStride = pxr::packedStride(dstYStride, srcWidth);                            \
-    dstCStride = pxr::packedStride(dstCStride, dstChromaBytes)
-#define PXR_YCC_RGB_DST_DEFAULTS(Writer)                                             \
+// Each side of a member: stride defaulting, its part of the condition, its
+// planes other than Y (for the rule) and its argument names.
+// Side p (src or dst) with chroma subsampled by sx horizontally.
+#define PXR_YCC_DEFAULTS_PLANAR(p, sx)                                               \
+    const uint32_t p##ChromaWidth = pxr::color::chromaCount(srcWidth, sx);           \
+    p##YStride = pxr::packedStride(p##YStride, srcWidth);                            \
+    p##CbStride = pxr::packedStride(p##CbStride, p##ChromaWidth);                    \
+    p##CrStride = pxr::packedStride(p##CrStride, p##ChromaWidth)
+#define PXR_YCC_DEFAULTS_PSEUDO(p, sx)                                               \
+    const uint32_t p##ChromaBytes = pxr::color::chromaRowBytes(srcWidth, sx, true);  \
+    p##YStride = pxr::packedStride(p##YStride, srcWidth);                            \
+    p##CStride = pxr::packedStride(p##CStride, p##ChromaBytes)
+#define PXR_YCC_SRC_DEFAULTS_PLANAR(sx) PXR_YCC_DEFAULTS_PLANAR(src, sx)
+#define PXR_YCC_SRC_DEFAULTS_PSEUDO(sx) PXR_YCC_DEFAULTS_PSEUDO(src, sx)
+#define PXR_YCC_DST_DEFAULTS_PLANAR(sx) PXR_YCC_DEFAULTS_PLANAR(dst, sx)
+#define PXR_YCC_DST_DEFAULTS_PSEUDO(sx) PXR_YCC_DEFAULTS_PSEUDO(dst, sx)
+#define PXR_YCC_DST_DEFAULTS_RGB(Writer)                                             \
     const uint64_t dstRowBytes = uint64_t{srcWidth} * pxr::ycbcr::Writer::kBytes;    \
     dstStride = pxr::packedStride(dstStride, srcWidth, pxr::ycbcr::Writer::kBytes)
 
-#define PXR_YCC_PLANAR_SRC_OK                                                                            \
+#define PXR_YCC_SRC_OK_PLANAR                                                                            \
     srcY && srcCb && srcCr && srcWidth && srcHeight && (srcYStride >= srcWidth) &&                       \
         (srcCbStride >= srcChromaWidth) && (srcCrStride >= srcChromaWidth)
-#define PXR_YCC_PSEUDO_SRC_OK \
+#define PXR_YCC_SRC_OK_PSEUDO \
     srcY && srcC && srcWidth && srcHeight && (srcYStride >= srcWidth) && (srcCStride >= srcChromaBytes)
-#define PXR_YCC_PLANAR_DST_OK \
+#define PXR_YCC_DST_OK_PLANAR \
     dstY && dstCb && dstCr && (dstYStride >= srcWidth) && (dstCbStride >= dstChromaWidth) && (dstCrStride >= dstChromaWidth)
-#define PXR_YCC_PSEUDO_DST_OK dstY && dstC && (dstYStride >= srcWidth) && (dstCStride >= dstChromaBytes)
-#define PXR_YCC_RGB_DST_OK dst && (dstStride >= dstRowBytes)
+#define PXR_YCC_DST_OK_PSEUDO dstY && dstC && (dstYStride >= srcWidth) && (dstCStride >= dstChromaBytes)
+#define PXR_YCC_DST_OK_RGB dst && (dstStride >= dstRowBytes)
 
-// The bodies of each shape: defaults, kind and rule, assertion, dispatch.
-#define PXR_YCC_RUN(name, rule, ...)                                                                   \
-    const uint32_t k = pxr::selectKind(__func__, PXR_ROW_Color##name, rule);                         \
-    PXR_YCC_ASSERT(__VA_ARGS__)
+#define PXR_YCC_SRC_CHROMA_PLANAR {srcCb, srcCbStride}, {srcCr, srcCrStride},
+#define PXR_YCC_SRC_CHROMA_PSEUDO {srcC, srcCStride},
+#define PXR_YCC_DST_CHROMA_PLANAR {dstCb, dstCbStride}, {dstCr, dstCrStride},
+#define PXR_YCC_DST_CHROMA_PSEUDO {dstC, dstCStride},
+#define PXR_YCC_DST_CHROMA_RGB
 
-#define PXR_YCC_PLANAR_SRC_NAMES srcY, srcCb, srcCr, srcWidth, srcHeight, srcYStride, srcCbStride, srcCrStride
-#define PXR_YCC_PSEUDO_SRC_NAMES srcY, srcC, srcWidth, srcHeight, srcYStride, srcCStride
-#define PXR_YCC_PLANAR_DST_NAMES dstY, dstCb, dstCr, dstYStride, dstCbStride, dstCrStride
-#define PXR_YCC_PSEUDO_DST_NAMES dstY, dstC, dstYStride, dstCStride
+#define PXR_YCC_SRC_NAMES_PLANAR srcY, srcCb, srcCr, srcWidth, srcHeight, srcYStride, srcCbStride, srcCrStride
+#define PXR_YCC_SRC_NAMES_PSEUDO srcY, srcC, srcWidth, srcHeight, srcYStride, srcCStride
+#define PXR_YCC_DST_NAMES_PLANAR dstY, dstCb, dstCr, dstYStride, dstCbStride, dstCrStride
+#define PXR_YCC_DST_NAMES_PSEUDO dstY, dstC, dstYStride, dstCStride
+#define PXR_YCC_DST_NAMES_RGB dst, dstStride
+#define PXR_YCC_DST_FIRST_PLANAR {dstY, dstYStride}
+#define PXR_YCC_DST_FIRST_PSEUDO {dstY, dstYStride}
+#define PXR_YCC_DST_FIRST_RGB {dst, dstStride}
+
+// One member: defaults, kind and rule (Y against the first destination
+// plane, every plane aligned), assertion, dispatch. dstParam is the
+// destination's subsampling, or its writer for packed RGB.
+#define PXR_YCC_ENTRY(name, dstArgs, Src, sx, Dst, dstParam)                                              \
+    PXR_API void pxrColor##name(PXR_YCC_SRC_ARGS_##Src, dstArgs) {                                        \
+        PXR_YCC_SRC_DEFAULTS_##Src(sx);                                                                   \
+        PXR_YCC_DST_DEFAULTS_##Dst(dstParam);                                                             \
+        const uint32_t k = pxr::selectKind(                                                               \
+            __func__, PXR_ROW_Color##name,                                                                \
+            planesRule(srcWidth, srcHeight, {srcY, srcYStride}, PXR_YCC_DST_FIRST_##Dst,                  \
+                       {PXR_YCC_SRC_CHROMA_##Src PXR_YCC_DST_CHROMA_##Dst}));                             \
+        PXR_YCC_ASSERT(PXR_YCC_SRC_OK_##Src && PXR_YCC_DST_OK_##Dst);                                     \
+        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_SRC_NAMES_##Src, PXR_YCC_DST_NAMES_##Dst);          \
+    }
 
 extern "C" {
 
-#define PXR_YCC_ENTRY_PLANAR_TO_RGB(name, sx, sy, Writer)                                               \
-    PXR_API void pxrColor##name(PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {                \
-        PXR_YCC_PLANAR_SRC_DEFAULTS(sx);                                                                \
-        PXR_YCC_RGB_DST_DEFAULTS(Writer);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dst, dstStride},               \
-                               {{srcCb, srcCbStride}, {srcCr, srcCrStride}}),                           \
-                    PXR_YCC_PLANAR_SRC_OK && PXR_YCC_RGB_DST_OK);                                       \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PLANAR_SRC_NAMES, dst, dstStride);                \
-    }
-#define PXR_YCC_ENTRY_PSEUDO_TO_RGB(name, sx, sy, Order, Math, Writer)                                  \
-    PXR_API void pxrColor##name(PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {                \
-        PXR_YCC_PSEUDO_SRC_DEFAULTS(sx);                                                                \
-        PXR_YCC_RGB_DST_DEFAULTS(Writer);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dst, dstStride},               \
-                               {{srcC, srcCStride}}),                                                   \
-                    PXR_YCC_PSEUDO_SRC_OK && PXR_YCC_RGB_DST_OK);                                       \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PSEUDO_SRC_NAMES, dst, dstStride);                \
-    }
-#define PXR_YCC_ENTRY_P2P(name, ssx, ssy, dsx, dsy)                                                     \
-    PXR_API void pxrColor##name(PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_PLANAR_DST_ARGS) {                     \
-        PXR_YCC_PLANAR_SRC_DEFAULTS(ssx);                                                               \
-        PXR_YCC_PLANAR_DST_DEFAULTS(dsx);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dstY, dstYStride},             \
-                               {{srcCb, srcCbStride}, {srcCr, srcCrStride}, {dstCb, dstCbStride},       \
-                                {dstCr, dstCrStride}}),                                                 \
-                    PXR_YCC_PLANAR_SRC_OK && PXR_YCC_PLANAR_DST_OK);                                    \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PLANAR_SRC_NAMES, PXR_YCC_PLANAR_DST_NAMES);      \
-    }
-#define PXR_YCC_ENTRY_P2S(name, ssx, ssy, dsx, dsy)                                                     \
-    PXR_API void pxrColor##name(PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_PSEUDO_DST_ARGS) {                     \
-        PXR_YCC_PLANAR_SRC_DEFAULTS(ssx);                                                               \
-        PXR_YCC_PSEUDO_DST_DEFAULTS(dsx);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dstY, dstYStride},             \
-                               {{srcCb, srcCbStride}, {srcCr, srcCrStride}, {dstC, dstCStride}}),       \
-                    PXR_YCC_PLANAR_SRC_OK && PXR_YCC_PSEUDO_DST_OK);                                    \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PLANAR_SRC_NAMES, PXR_YCC_PSEUDO_DST_NAMES);      \
-    }
-#define PXR_YCC_ENTRY_S2P(name, ssx, ssy, dsx, dsy)                                                     \
-    PXR_API void pxrColor##name(PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_PLANAR_DST_ARGS) {                     \
-        PXR_YCC_PSEUDO_SRC_DEFAULTS(ssx);                                                               \
-        PXR_YCC_PLANAR_DST_DEFAULTS(dsx);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dstY, dstYStride},             \
-                               {{srcC, srcCStride}, {dstCb, dstCbStride}, {dstCr, dstCrStride}}),       \
-                    PXR_YCC_PSEUDO_SRC_OK && PXR_YCC_PLANAR_DST_OK);                                    \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PSEUDO_SRC_NAMES, PXR_YCC_PLANAR_DST_NAMES);      \
-    }
-#define PXR_YCC_ENTRY_S2S(name, ssx, ssy, dsx, dsy)                                                     \
-    PXR_API void pxrColor##name(PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_PSEUDO_DST_ARGS) {                     \
-        PXR_YCC_PSEUDO_SRC_DEFAULTS(ssx);                                                               \
-        PXR_YCC_PSEUDO_DST_DEFAULTS(dsx);                                                               \
-        PXR_YCC_RUN(name,                                                                               \
-                    planesRule(srcWidth, srcHeight, {srcY, srcYStride}, {dstY, dstYStride},             \
-                               {{srcC, srcCStride}, {dstC, dstCStride}}),                               \
-                    PXR_YCC_PSEUDO_SRC_OK && PXR_YCC_PSEUDO_DST_OK);                                    \
-        pxr::dispatch<PXR_ROW_Color##name>(k, PXR_YCC_PSEUDO_SRC_NAMES, PXR_YCC_PSEUDO_DST_NAMES);      \
-    }
-
-PXR_YCC_PLANAR_TO_RGB(PXR_YCC_ENTRY_PLANAR_TO_RGB)
-PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_ENTRY_PSEUDO_TO_RGB)
-PXR_YCC_PLANAR_TO_PLANAR(PXR_YCC_ENTRY_P2P)
-PXR_YCC_PLANAR_TO_PSEUDO(PXR_YCC_ENTRY_P2S)
-PXR_YCC_PSEUDO_TO_PLANAR(PXR_YCC_ENTRY_S2P)
-PXR_YCC_PSEUDO_TO_PSEUDO(PXR_YCC_ENTRY_S2S)
+#define PXR_YCC_ENTRY_TO_RGB(name, Src, sx, sy, Order, Math, Writer, ...) \
+    PXR_YCC_ENTRY(name, PXR_YCC_RGB_DST_ARGS(Writer), Src, sx, RGB, Writer)
+#define PXR_YCC_ENTRY_LAYOUT(name, Src, ssx, ssy, Dst, dsx, dsy, ...) \
+    PXR_YCC_ENTRY(name, PXR_YCC_DST_ARGS_##Dst, Src, ssx, Dst, dsx)
+PXR_YCC_TO_RGB(PXR_YCC_ENTRY_TO_RGB)
+PXR_YCC_LAYOUTS(PXR_YCC_ENTRY_LAYOUT)
 
 // srcWidth counts chroma pairs.
 PXR_API void pxrColorCbCrSwapu8(PXR_YCC_SWAP_ARGS) {

@@ -5,16 +5,11 @@
 
 using namespace pxr::ycbcr;
 
-#define PXR_YCC_DEFINE_PLANAR_TO_RGB(name, sx, sy, Writer)                                \
-    void pxrColor##name##C(PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {       \
-        rgbImage<Weights8, Writer>(PXR_YCC_PLANAR_RGB_JOB(sx, sy));                       \
+#define PXR_YCC_DEFINE_TO_RGB(name, Src, sx, sy, Order, Math, Writer, ...)          \
+    void pxrColor##name##C(PXR_YCC_SRC_ARGS_##Src, PXR_YCC_RGB_DST_ARGS(Writer)) {  \
+        rgbImage<Math, Writer>(PXR_YCC_RGB_JOB(Src, sx, sy, Order));                 \
     }
-#define PXR_YCC_DEFINE_PSEUDO_TO_RGB(name, sx, sy, Order, Math, Writer)                   \
-    void pxrColor##name##C(PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {       \
-        rgbImage<Math, Writer>(PXR_YCC_PSEUDO_RGB_JOB(sx, sy, Order));                    \
-    }
-PXR_YCC_PLANAR_TO_RGB(PXR_YCC_DEFINE_PLANAR_TO_RGB)
-PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_DEFINE_PSEUDO_TO_RGB)
+PXR_YCC_TO_RGB(PXR_YCC_DEFINE_TO_RGB)
 
 void pxrColorYUV420toRGB565u8C(PXR_YCC_VIDEO_ARGS) { videoImage(videoJob(src, srcWidth, srcHeight, dst, false)); }
 

@@ -58,23 +58,20 @@ constexpr uint16_t video565(uint32_t y, uint32_t u, uint32_t v) {
 // Destinations with four bytes per pixel write this alpha: opaque.
 inline constexpr uint8_t kAlpha = 255;
 
-struct Rgb888 {
-    static constexpr uint32_t kBytes = 3;
+// Three bytes per pixel, or four with alpha last.
+template <uint32_t Bytes>
+struct PackedBytes {
+    static constexpr uint32_t kBytes = Bytes;
     static void put(uint8_t* row, uint32_t x, Rgb c) {
-        row[3 * x] = c.c0;
-        row[3 * x + 1] = c.c1;
-        row[3 * x + 2] = c.c2;
+        uint8_t* p = row + size_t{Bytes} * x;
+        p[0] = c.c0;
+        p[1] = c.c1;
+        p[2] = c.c2;
+        if constexpr (Bytes == 4) p[3] = kAlpha;
     }
 };
-struct Rgba8888 {
-    static constexpr uint32_t kBytes = 4;
-    static void put(uint8_t* row, uint32_t x, Rgb c) {
-        row[4 * x] = c.c0;
-        row[4 * x + 1] = c.c1;
-        row[4 * x + 2] = c.c2;
-        row[4 * x + 3] = kAlpha;
-    }
-};
+using Rgb888 = PackedBytes<3>;
+using Rgba8888 = PackedBytes<4>;
 struct Rgb565 {
     static constexpr uint32_t kBytes = 2;
     static void put(uint8_t* row, uint32_t x, Rgb c) { color::store565(row + 2 * x, color::pack565(c.c0, c.c1, c.c2)); }
@@ -284,21 +281,19 @@ enum Order : bool { CbCr = false, CrCb = true };
 
 }  // namespace pxr::ycbcr
 
-// Jobs built from the argument names of each shape (to_rgb_members.h), for
-// the wrappers of every kind.
-#define PXR_YCC_PLANAR_RGB_JOB(sx, sy)                                                                          \
-    pxr::ycbcr::RgbJob {                                                                                       \
-        srcY, srcYStride, pxr::ycbcr::planarChroma(srcCb, srcCr, srcCbStride, srcCrStride), srcWidth, srcHeight, \
-            sx, sy, reinterpret_cast<uint8_t*>(dst), dstStride                                                 \
+// Jobs built from the argument names of each side (to_rgb_members.h), for
+// the wrappers of every kind. Planar sources have no pair order.
+#define PXR_YCC_IN_PLANAR(order) pxr::ycbcr::planarChroma(srcCb, srcCr, srcCbStride, srcCrStride)
+#define PXR_YCC_IN_PSEUDO(order) pxr::ycbcr::pseudoChroma(srcC, srcCStride, order)
+#define PXR_YCC_OUT_PLANAR pxr::ycbcr::planarChroma(dstCb, dstCr, dstCbStride, dstCrStride)
+#define PXR_YCC_OUT_PSEUDO pxr::ycbcr::pseudoChroma(dstC, dstCStride)
+#define PXR_YCC_RGB_JOB(Src, sx, sy, order)                                                               \
+    pxr::ycbcr::RgbJob {                                                                                 \
+        srcY, srcYStride, PXR_YCC_IN_##Src(order), srcWidth, srcHeight, sx, sy,                          \
+            reinterpret_cast<uint8_t*>(dst), dstStride                                                   \
     }
-#define PXR_YCC_PSEUDO_RGB_JOB(sx, sy, order)                                                                  \
-    pxr::ycbcr::RgbJob {                                                                                       \
-        srcY, srcYStride, pxr::ycbcr::pseudoChroma(srcC, srcCStride, order), srcWidth, srcHeight, sx, sy,       \
-            reinterpret_cast<uint8_t*>(dst), dstStride                                                         \
+#define PXR_YCC_LAYOUT_JOB(Src, Dst)                                                                      \
+    pxr::ycbcr::LayoutJob {                                                                              \
+        srcY, srcYStride, PXR_YCC_IN_##Src(pxr::ycbcr::CbCr), dstY, dstYStride, PXR_YCC_OUT_##Dst, srcWidth, \
+            srcHeight                                                                                    \
     }
-#define PXR_YCC_PLANAR_IN pxr::ycbcr::planarChroma(srcCb, srcCr, srcCbStride, srcCrStride)
-#define PXR_YCC_PSEUDO_IN pxr::ycbcr::pseudoChroma(srcC, srcCStride)
-#define PXR_YCC_PLANAR_OUT pxr::ycbcr::planarChroma(dstCb, dstCr, dstCbStride, dstCrStride)
-#define PXR_YCC_PSEUDO_OUT pxr::ycbcr::pseudoChroma(dstC, dstCStride)
-#define PXR_YCC_LAYOUT_JOB(in, out) \
-    pxr::ycbcr::LayoutJob { srcY, srcYStride, in, dstY, dstYStride, out, srcWidth, srcHeight }

@@ -192,12 +192,11 @@ void RgbImage(const ycbcr::RgbJob& j) {
 #endif  // HWY_TARGET != HWY_SCALAR
 
 // One function per member, for export.
-#define PXR_YCC_V_PLANAR_ROWS(name, sx, sy, Writer) \
-    void name##Rows(const ycbcr::RgbJob& j) { RgbImage<Weights8V, Writer##V, sx, Src::Planar>(j); }
-#define PXR_YCC_V_PSEUDO_ROWS(name, sx, sy, Order, Math, Writer) \
-    void name##Rows(const ycbcr::RgbJob& j) { RgbImage<Math##V, Writer##V, sx, Src::Order>(j); }
-PXR_YCC_PLANAR_TO_RGB(PXR_YCC_V_PLANAR_ROWS)
-PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_V_PSEUDO_ROWS)
+#define PXR_YCC_V_SRC_PLANAR(Order) Src::Planar
+#define PXR_YCC_V_SRC_PSEUDO(Order) Src::Order
+#define PXR_YCC_V_ROWS(name, Side, sx, sy, Order, Math, Writer, ...) \
+    void name##Rows(const ycbcr::RgbJob& j) { RgbImage<Math##V, Writer##V, sx, PXR_YCC_V_SRC_##Side(Order)>(j); }
+PXR_YCC_TO_RGB(PXR_YCC_V_ROWS)
 
 #if HWY_TARGET != HWY_SCALAR
 // Video range, rearranged for 16-bit lanes with m = Y - 16 and t = 42 m:
@@ -270,22 +269,16 @@ namespace pxr {
 #define PXR_YCC_EXPORT_ROWS(name, ...) \
     HWY_EXPORT(name##Rows);            \
     static void name##Dispatch(const ycbcr::RgbJob& j) { HWY_DYNAMIC_DISPATCH(name##Rows)(j); }
-PXR_YCC_PLANAR_TO_RGB(PXR_YCC_EXPORT_ROWS)
-PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_EXPORT_ROWS)
+PXR_YCC_TO_RGB(PXR_YCC_EXPORT_ROWS)
 HWY_EXPORT(VideoRows);
 static void videoDispatch(const ycbcr::VideoJob& j) { HWY_DYNAMIC_DISPATCH(VideoRows)(j); }
 }  // namespace pxr
 
-#define PXR_YCC_V_PLANAR_TO_RGB(name, sx, sy, Writer)                                      \
-    void pxrColor##name##V(PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {        \
-        pxr::name##Dispatch(PXR_YCC_PLANAR_RGB_JOB(sx, sy));                               \
+#define PXR_YCC_V_TO_RGB(name, Src, sx, sy, Order, Math, Writer, ...)              \
+    void pxrColor##name##V(PXR_YCC_SRC_ARGS_##Src, PXR_YCC_RGB_DST_ARGS(Writer)) {  \
+        pxr::name##Dispatch(PXR_YCC_RGB_JOB(Src, sx, sy, pxr::ycbcr::Order));        \
     }
-#define PXR_YCC_V_PSEUDO_TO_RGB(name, sx, sy, Order, Math, Writer)                         \
-    void pxrColor##name##V(PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_RGB_DST_ARGS(Writer)) {        \
-        pxr::name##Dispatch(PXR_YCC_PSEUDO_RGB_JOB(sx, sy, pxr::ycbcr::Order));            \
-    }
-PXR_YCC_PLANAR_TO_RGB(PXR_YCC_V_PLANAR_TO_RGB)
-PXR_YCC_PSEUDO_TO_RGB(PXR_YCC_V_PSEUDO_TO_RGB)
+PXR_YCC_TO_RGB(PXR_YCC_V_TO_RGB)
 
 void pxrColorYUV420toRGB565u8V(PXR_YCC_VIDEO_ARGS) {
     pxr::videoDispatch(pxr::ycbcr::videoJob(src, srcWidth, srcHeight, dst, false));

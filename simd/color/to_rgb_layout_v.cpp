@@ -139,16 +139,11 @@ void LayoutImage(const ycbcr::LayoutJob& j) {
 #endif  // HWY_TARGET != HWY_SCALAR
 
 // One function per member, for export.
-#define PXR_YCC_V_LAYOUT_ROWS(name, ssx, ssy, dsx, dsy, srcPseudo, dstPseudo) \
-    void name##Rows(const ycbcr::LayoutJob& j) { LayoutImage<ssx, ssy, dsx, dsy, srcPseudo, dstPseudo>(j); }
-#define PXR_YCC_V_P2P_ROWS(name, ...) PXR_YCC_V_LAYOUT_ROWS(name, __VA_ARGS__, false, false)
-#define PXR_YCC_V_P2S_ROWS(name, ...) PXR_YCC_V_LAYOUT_ROWS(name, __VA_ARGS__, false, true)
-#define PXR_YCC_V_S2P_ROWS(name, ...) PXR_YCC_V_LAYOUT_ROWS(name, __VA_ARGS__, true, false)
-#define PXR_YCC_V_S2S_ROWS(name, ...) PXR_YCC_V_LAYOUT_ROWS(name, __VA_ARGS__, true, true)
-PXR_YCC_PLANAR_TO_PLANAR(PXR_YCC_V_P2P_ROWS)
-PXR_YCC_PLANAR_TO_PSEUDO(PXR_YCC_V_P2S_ROWS)
-PXR_YCC_PSEUDO_TO_PLANAR(PXR_YCC_V_S2P_ROWS)
-PXR_YCC_PSEUDO_TO_PSEUDO(PXR_YCC_V_S2S_ROWS)
+#define PXR_YCC_V_LAYOUT_ROWS(name, Src, ssx, ssy, Dst, dsx, dsy, ...)                                   \
+    void name##Rows(const ycbcr::LayoutJob& j) {                                                       \
+        LayoutImage<ssx, ssy, dsx, dsy, PXR_YCC_IS_PSEUDO_##Src, PXR_YCC_IS_PSEUDO_##Dst>(j);            \
+    }
+PXR_YCC_LAYOUTS(PXR_YCC_V_LAYOUT_ROWS)
 
 // Pairs exchanged as 16-bit lanes rotated by a byte; loads precede stores,
 // so the swap may run in place.
@@ -186,30 +181,18 @@ namespace pxr {
 #define PXR_YCC_EXPORT_LAYOUT(name, ...) \
     HWY_EXPORT(name##Rows);              \
     static void name##Dispatch(const ycbcr::LayoutJob& j) { HWY_DYNAMIC_DISPATCH(name##Rows)(j); }
-PXR_YCC_PLANAR_TO_PLANAR(PXR_YCC_EXPORT_LAYOUT)
-PXR_YCC_PLANAR_TO_PSEUDO(PXR_YCC_EXPORT_LAYOUT)
-PXR_YCC_PSEUDO_TO_PLANAR(PXR_YCC_EXPORT_LAYOUT)
-PXR_YCC_PSEUDO_TO_PSEUDO(PXR_YCC_EXPORT_LAYOUT)
+PXR_YCC_LAYOUTS(PXR_YCC_EXPORT_LAYOUT)
 HWY_EXPORT(SwapRows);
 static void swapDispatch(PXR_YCC_SWAP_ARGS) {
     HWY_DYNAMIC_DISPATCH(SwapRows)(src, srcWidth, srcHeight, srcStride, dst, dstStride);
 }
 }  // namespace pxr
 
-#define PXR_YCC_V_LAYOUT(name, srcArgs, dstArgs, in, out) \
-    void pxrColor##name##V(srcArgs, dstArgs) { pxr::name##Dispatch(PXR_YCC_LAYOUT_JOB(in, out)); }
-#define PXR_YCC_V_P2P(name, ...) \
-    PXR_YCC_V_LAYOUT(name, PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_PLANAR_DST_ARGS, PXR_YCC_PLANAR_IN, PXR_YCC_PLANAR_OUT)
-#define PXR_YCC_V_P2S(name, ...) \
-    PXR_YCC_V_LAYOUT(name, PXR_YCC_PLANAR_SRC_ARGS, PXR_YCC_PSEUDO_DST_ARGS, PXR_YCC_PLANAR_IN, PXR_YCC_PSEUDO_OUT)
-#define PXR_YCC_V_S2P(name, ...) \
-    PXR_YCC_V_LAYOUT(name, PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_PLANAR_DST_ARGS, PXR_YCC_PSEUDO_IN, PXR_YCC_PLANAR_OUT)
-#define PXR_YCC_V_S2S(name, ...) \
-    PXR_YCC_V_LAYOUT(name, PXR_YCC_PSEUDO_SRC_ARGS, PXR_YCC_PSEUDO_DST_ARGS, PXR_YCC_PSEUDO_IN, PXR_YCC_PSEUDO_OUT)
-PXR_YCC_PLANAR_TO_PLANAR(PXR_YCC_V_P2P)
-PXR_YCC_PLANAR_TO_PSEUDO(PXR_YCC_V_P2S)
-PXR_YCC_PSEUDO_TO_PLANAR(PXR_YCC_V_S2P)
-PXR_YCC_PSEUDO_TO_PSEUDO(PXR_YCC_V_S2S)
+#define PXR_YCC_V_LAYOUT(name, Src, ssx, ssy, Dst, dsx, dsy, ...)                     \
+    void pxrColor##name##V(PXR_YCC_SRC_ARGS_##Src, PXR_YCC_DST_ARGS_##Dst) {             \
+        pxr::name##Dispatch(PXR_YCC_LAYOUT_JOB(Src, Dst));                               \
+    }
+PXR_YCC_LAYOUTS(PXR_YCC_V_LAYOUT)
 
 void pxrColorCbCrSwapu8V(PXR_YCC_SWAP_ARGS) {
     pxr::swapDispatch(src, srcWidth, srcHeight, srcStride, dst, dstStride);

@@ -29,64 +29,29 @@ constexpr uint32_t bytesOf(const char* writer) {
 
 std::vector<Member> build() {
     std::vector<Member> v;
-#define PXR_T_PLANAR_TO_RGB(name, sx, sy, Writer)                                                            \
+// The planes and the entry point's arguments of each side.
+#define PXR_T_PLANES_PLANAR planar
+#define PXR_T_PLANES_PSEUDO pseudo
+#define PXR_T_SRC_PLANAR \
+    p.in[0], p.in[1], p.in[2], p.width, p.height, p.inStride[0], p.inStride[1], p.inStride[2]
+#define PXR_T_SRC_PSEUDO p.in[0], p.in[1], p.width, p.height, p.inStride[0], p.inStride[1]
+#define PXR_T_DST_PLANAR p.out[0], p.out[1], p.out[2], p.outStride[0], p.outStride[1], p.outStride[2]
+#define PXR_T_DST_PSEUDO p.out[0], p.out[1], p.outStride[0], p.outStride[1]
+#define PXR_T_TO_RGB(name, Src, sx, sy, Order, Math, Writer, ...)                                             \
     v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return planar(w, h, sx, sy); },                                \
+                 [](uint32_t w, uint32_t h) { return PXR_T_PLANES_##Src(w, h, sx, sy); },                    \
                  [](uint32_t w, uint32_t h) { return std::vector<PlaneSpec>{{w, h, bytesOf(#Writer)}}; },   \
                  [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.in[2], p.width, p.height, p.inStride[0],             \
-                                    p.inStride[1], p.inStride[2],                                            \
-                                    reinterpret_cast<PXR_YCC_RGB_PIXEL_##Writer*>(p.out[0]), p.outStride[0]); \
+                     pxrColor##name(PXR_T_SRC_##Src, reinterpret_cast<PXR_YCC_RGB_PIXEL_##Writer*>(p.out[0]), \
+                                    p.outStride[0]);                                                         \
                  }});
-#define PXR_T_PSEUDO_TO_RGB(name, sx, sy, Order, Math, Writer)                                               \
+#define PXR_T_LAYOUT(name, Src, ssx, ssy, Dst, dsx, dsy, ...)                                                \
     v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return pseudo(w, h, sx, sy); },                                \
-                 [](uint32_t w, uint32_t h) { return std::vector<PlaneSpec>{{w, h, bytesOf(#Writer)}}; },   \
-                 [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.width, p.height, p.inStride[0], p.inStride[1],       \
-                                    reinterpret_cast<PXR_YCC_RGB_PIXEL_##Writer*>(p.out[0]), p.outStride[0]); \
-                 }});
-#define PXR_T_P2P(name, ssx, ssy, dsx, dsy)                                                                  \
-    v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return planar(w, h, ssx, ssy); },                              \
-                 [](uint32_t w, uint32_t h) { return planar(w, h, dsx, dsy); },                              \
-                 [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.in[2], p.width, p.height, p.inStride[0],             \
-                                    p.inStride[1], p.inStride[2], p.out[0], p.out[1], p.out[2],              \
-                                    p.outStride[0], p.outStride[1], p.outStride[2]);                         \
-                 }});
-#define PXR_T_P2S(name, ssx, ssy, dsx, dsy)                                                                  \
-    v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return planar(w, h, ssx, ssy); },                              \
-                 [](uint32_t w, uint32_t h) { return pseudo(w, h, dsx, dsy); },                              \
-                 [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.in[2], p.width, p.height, p.inStride[0],             \
-                                    p.inStride[1], p.inStride[2], p.out[0], p.out[1], p.outStride[0],        \
-                                    p.outStride[1]);                                                         \
-                 }});
-#define PXR_T_S2P(name, ssx, ssy, dsx, dsy)                                                                  \
-    v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return pseudo(w, h, ssx, ssy); },                              \
-                 [](uint32_t w, uint32_t h) { return planar(w, h, dsx, dsy); },                              \
-                 [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.width, p.height, p.inStride[0], p.inStride[1],       \
-                                    p.out[0], p.out[1], p.out[2], p.outStride[0], p.outStride[1],            \
-                                    p.outStride[2]);                                                         \
-                 }});
-#define PXR_T_S2S(name, ssx, ssy, dsx, dsy)                                                                  \
-    v.push_back({"pxrColor" #name, PXR_ROW_Color##name, false, false,                                        \
-                 [](uint32_t w, uint32_t h) { return pseudo(w, h, ssx, ssy); },                              \
-                 [](uint32_t w, uint32_t h) { return pseudo(w, h, dsx, dsy); },                              \
-                 [](const Planes& p) {                                                                       \
-                     pxrColor##name(p.in[0], p.in[1], p.width, p.height, p.inStride[0], p.inStride[1],       \
-                                    p.out[0], p.out[1], p.outStride[0], p.outStride[1]);                     \
-                 }});
-    PXR_YCC_PLANAR_TO_RGB(PXR_T_PLANAR_TO_RGB)
-    PXR_YCC_PSEUDO_TO_RGB(PXR_T_PSEUDO_TO_RGB)
-    PXR_YCC_PLANAR_TO_PLANAR(PXR_T_P2P)
-    PXR_YCC_PLANAR_TO_PSEUDO(PXR_T_P2S)
-    PXR_YCC_PSEUDO_TO_PLANAR(PXR_T_S2P)
-    PXR_YCC_PSEUDO_TO_PSEUDO(PXR_T_S2S)
+                 [](uint32_t w, uint32_t h) { return PXR_T_PLANES_##Src(w, h, ssx, ssy); },                  \
+                 [](uint32_t w, uint32_t h) { return PXR_T_PLANES_##Dst(w, h, dsx, dsy); },                  \
+                 [](const Planes& p) { pxrColor##name(PXR_T_SRC_##Src, PXR_T_DST_##Dst); }});
+    PXR_YCC_TO_RGB(PXR_T_TO_RGB)
+    PXR_YCC_LAYOUTS(PXR_T_LAYOUT)
 
     // The chroma byte swap: an image of 2-byte pixels (pairs).
     v.push_back({"pxrColorCbCrSwapu8", PXR_ROW_ColorCbCrSwapu8, false, false,

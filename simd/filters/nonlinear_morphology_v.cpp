@@ -1,6 +1,6 @@
 // Erosion and dilation, vector kind: 3x3 rows and the NxN column and row
-// extremes in whole vectors of bytes; edge columns and short rows by the
-// reference's kernels.
+// extremes in whole vectors of bytes (NxN without the padded copy); edge
+// columns and short rows by the reference's kernels.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/filters/nonlinear_morphology_v.cpp"
 #include <hwy/foreach_target.h>  // IWYU pragma: keep
@@ -72,26 +72,35 @@ void Dilate3(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcSt
 
 namespace {
 
-// Output rows from the padded copy: the column extreme of n padded rows into
-// the line, then the row extreme of n line entries.
+// Output rows straight from the source: the column extreme of the in-image
+// rows of each window goes into the middle of a line whose `half` bytes on
+// either side hold the neutral value, then the row extreme of n line
+// entries. Rows outside the image would hold the neutral value in the
+// padded copy, so leaving them out gives the same extremes.
 template <class Op>
-void FilterN(const uint8_t* pad, const morph::Padded* p, uint32_t width, uint32_t height, uint32_t n,
-             uint8_t* line, uint8_t* dst, uint32_t dstStride) {
+void FilterN(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint32_t n, uint8_t* line,
+             uint8_t* dst, uint32_t dstStride) {
     using V = VecOp<Op>;
     const hn::ScalableTag<uint8_t> d;
     const size_t L = hn::Lanes(d);
+    const uint32_t half = n / 2;
+    std::memset(line, Op::kNeutral, half);
+    std::memset(line + half + width, Op::kNeutral, half);
+    uint8_t* mid = line + half;
     for (uint32_t y = 0; y < height; ++y) {
-        const uint8_t* top = pad + y * p->width;
-        uint8_t* out = dst + size_t{y} * dstStride;
-        if (p->width < L) {
-            morph::columnExtreme<Op>(top, p->width, n, line, 0, p->width);
+        const uint32_t r0 = y > half ? y - half : 0, r1 = std::min<uint64_t>(uint64_t{y} + half, height - 1);
+        const uint8_t* top = src + size_t{r0} * srcStride;
+        const uint32_t rows = r1 - r0 + 1;
+        if (width < L) {
+            morph::columnExtreme<Op>(top, srcStride, rows, mid, 0, width);
         } else {
-            Cover(0, p->width, L, [&](size_t x) {
+            Cover(0, width, L, [&](size_t x) {
                 auto v = hn::LoadU(d, top + x);
-                for (uint32_t i = 1; i < n; ++i) v = V::Apply(v, hn::LoadU(d, top + i * p->width + x));
-                hn::StoreU(v, d, line + x);
+                for (uint32_t i = 1; i < rows; ++i) v = V::Apply(v, hn::LoadU(d, top + size_t{i} * srcStride + x));
+                hn::StoreU(v, d, mid + x);
             });
         }
+        uint8_t* out = dst + size_t{y} * dstStride;
         if (width < L) {
             morph::rowExtreme<Op>(line, n, out, 0, width);
         } else {
@@ -106,13 +115,13 @@ void FilterN(const uint8_t* pad, const morph::Padded* p, uint32_t width, uint32_
 
 }  // namespace
 
-void ErodeN(const uint8_t* pad, const morph::Padded* p, uint32_t width, uint32_t height, uint32_t n, uint8_t* line,
+void ErodeN(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint32_t n, uint8_t* line,
             uint8_t* dst, uint32_t dstStride) {
-    FilterN<morph::Min>(pad, p, width, height, n, line, dst, dstStride);
+    FilterN<morph::Min>(src, width, height, srcStride, n, line, dst, dstStride);
 }
-void DilateN(const uint8_t* pad, const morph::Padded* p, uint32_t width, uint32_t height, uint32_t n,
-             uint8_t* line, uint8_t* dst, uint32_t dstStride) {
-    FilterN<morph::Max>(pad, p, width, height, n, line, dst, dstStride);
+void DilateN(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint32_t n, uint8_t* line,
+             uint8_t* dst, uint32_t dstStride) {
+    FilterN<morph::Max>(src, width, height, srcStride, n, line, dst, dstStride);
 }
 
 }  // namespace pxr::HWY_NAMESPACE
@@ -143,17 +152,16 @@ void filter3(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcSt
 template <bool Erode>
 int filterN(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint32_t n, uint8_t* dst,
             uint32_t dstStride) {
-    using Op = std::conditional_t<Erode, morph::Min, morph::Max>;
+    // The same request as the reference's padded copy, so both kinds meet
+    // the same scratch limits; only its first line is used here.
     morph::Padded p;
     if (!morph::paddedShape(width, height, n, p)) return PIXORA_STATUS_NO_SCRATCH;
     ScratchArray<uint8_t> buf(p.bytes(), 16);
     if (!buf) return PIXORA_STATUS_NO_SCRATCH;
-    morph::fillPadded<Op>(src, width, height, srcStride, p, buf.data());
-    uint8_t* line = buf.data() + p.width * p.height;
     if (Erode)
-        HWY_DYNAMIC_DISPATCH(ErodeN)(buf.data(), &p, width, height, n, line, dst, dstStride);
+        HWY_DYNAMIC_DISPATCH(ErodeN)(src, width, height, srcStride, n, buf.data(), dst, dstStride);
     else
-        HWY_DYNAMIC_DISPATCH(DilateN)(buf.data(), &p, width, height, n, line, dst, dstStride);
+        HWY_DYNAMIC_DISPATCH(DilateN)(src, width, height, srcStride, n, buf.data(), dst, dstStride);
     return PIXORA_STATUS_OK;
 }
 

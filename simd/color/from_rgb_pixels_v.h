@@ -97,6 +97,33 @@ struct Lanes3 {
 inline Lanes3 evens(const Channels& c) { return {evens(c.c0), evens(c.c1), evens(c.c2)}; }
 inline Lanes3 odds(const Channels& c) { return {odds(c.c0), odds(c.c1), odds(c.c2)}; }
 
+// A vector step of pixels as the channels of its even and of its odd pixels.
+struct Split {
+    Lanes3 e, o;
+};
+template <class S>
+Split split(S, const uint8_t* row, size_t x) {
+    const Channels c = load(S(), row, x);
+    return {evens(c), odds(c)};
+}
+// Four-byte pixels are 32-bit lanes: even and odd pixels are two lane
+// compactions away, their 16-bit halves (b0 | b1 << 8, b2 | a << 8) two more.
+inline Split split(Rgba8888, const uint8_t* row, size_t x) {
+    const D8 d8;
+    const D16 d16;
+    const hn::Repartition<uint32_t, D8> d32;
+    const size_t n = hn::Lanes(d32);
+    auto pixels = [&](size_t i) { return hn::BitCast(d32, hn::LoadU(d8, row + 4 * (x + n * i))); };
+    const auto v0 = pixels(0), v1 = pixels(1), v2 = pixels(2), v3 = pixels(3);
+    auto channels = [&](decltype(v0) first, decltype(v0) second) {
+        const V16 lo = hn::ConcatEven(d16, hn::BitCast(d16, second), hn::BitCast(d16, first));
+        const V16 hi = hn::ConcatOdd(d16, hn::BitCast(d16, second), hn::BitCast(d16, first));
+        return Lanes3{hn::And(lo, hn::Set(d16, 0xFF)), hn::ShiftRight<8>(lo), hn::And(hi, hn::Set(d16, 0xFF))};
+    };
+    return {channels(hn::ConcatEven(d32, v1, v0), hn::ConcatEven(d32, v3, v2)),
+            channels(hn::ConcatOdd(d32, v1, v0), hn::ConcatOdd(d32, v3, v2))};
+}
+
 // Weighted sum w0 c0 + w1 c1 + w2 c2 in 16-bit lanes (the caller keeps it
 // below 65536).
 template <uint16_t W0, uint16_t W1, uint16_t W2>

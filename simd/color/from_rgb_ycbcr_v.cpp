@@ -16,7 +16,7 @@ namespace pxr::color::HWY_NAMESPACE {
 
 // (29 b0 + 150 b1 + 77 b2 + 128) >> 8.
 inline V16 luma(const Lanes3& v) { return hn::ShiftRight<8>(hn::Add(weigh<29, 150, 77>(v), hn::Set(D16(), 128))); }
-inline V8 luma(const Channels& p) { return join(luma(evens(p)), luma(odds(p))); }
+inline V8 luma(const Split& p) { return join(luma(p.e), luma(p.o)); }
 
 // The chroma weights with 128 + 32768 added: 128 m0 + 85 (255 - m1) +
 // 43 (255 - m2) + 256 is never negative, and reaches 65536 exactly when the
@@ -32,10 +32,8 @@ inline V16 cr(const Lanes3& m) {
     return hn::ShiftRight<8>(hn::SaturatedAdd(t, hn::Set(D16(), 256)));
 }
 
-// Sums of horizontal pixel pairs.
-inline Lanes3 pairSums(const Channels& p) {
-    const Lanes3 e = evens(p), o = odds(p);
-    return {hn::Add(e.c0, o.c0), hn::Add(e.c1, o.c1), hn::Add(e.c2, o.c2)};
+inline Lanes3 operator+(const Lanes3& a, const Lanes3& b) {
+    return {hn::Add(a.c0, b.c0), hn::Add(a.c1, b.c1), hn::Add(a.c2, b.c2)};
 }
 
 // Vector steps over the start of one chroma row; returns the chroma columns done.
@@ -46,11 +44,10 @@ uint32_t ycbcrRow(const ChromaRow& r, uint32_t width) {
     const size_t n = pixelsPerStep();
     size_t x = 0;
     for (; x + n <= width; x += n) {
-        const Channels p0 = load(S(), r.s0, x);
+        const Split p0 = split(S(), r.s0, x);
         hn::StoreU(luma(p0), d8, r.y0 + x);
         if constexpr (SX == 1) {
-            const Lanes3 e = evens(p0), o = odds(p0);
-            const V8 vb = join(cb(e), cb(o)), vr = join(cr(e), cr(o));
+            const V8 vb = join(cb(p0.e), cb(p0.o)), vr = join(cr(p0.e), cr(p0.o));
             if constexpr (Pseudo) {
                 hn::StoreInterleaved2(vb, vr, d8, r.cb + 2 * x);
             } else {
@@ -58,12 +55,11 @@ uint32_t ycbcrRow(const ChromaRow& r, uint32_t width) {
                 hn::StoreU(vr, d8, r.cr + x);
             }
         } else {
-            Lanes3 m = pairSums(p0);
+            Lanes3 m = p0.e + p0.o;  // sums of horizontal pairs
             if constexpr (SY == 2) {
-                const Channels p1 = load(S(), r.s1, x);
+                const Split p1 = split(S(), r.s1, x);
                 if (r.y1) hn::StoreU(luma(p1), d8, r.y1 + x);
-                const Lanes3 m1 = pairSums(p1);
-                m = {hn::Add(m.c0, m1.c0), hn::Add(m.c1, m1.c1), hn::Add(m.c2, m1.c2)};
+                m = m + p1.e + p1.o;
             }
             // Rounded means of the 2 or 4 pixels.
             constexpr int kShift = SY == 2 ? 2 : 1;

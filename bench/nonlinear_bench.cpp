@@ -63,6 +63,12 @@ PXR_BENCH_OPERATIONS(nonlinear) {
                                                     100);
                         },
                         {}, {}};
+    Operation adaptive{"pxrAdaptiveThresholdMean5x5u8", PXR_ROW_AdaptiveThresholdMean5x5u8,
+                       [](const Image& s, Image& d) {
+                           pxrAdaptiveThresholdMean5x5u8(s.data(), s.width(), s.height(), s.stride(), 255, 0, 5,
+                                                         d.data(), d.stride());
+                       },
+                       {}, {}};
 #ifdef PIXORA_HAVE_OPENCV
     // The peer's median replicates the edge; the reference leaves it
     // unwritten. Same interior work.
@@ -83,7 +89,13 @@ PXR_BENCH_OPERATIONS(nonlinear) {
         cv::Mat out = wrap(d);
         cv::threshold(wrap(s), out, 99, 255, cv::THRESH_BINARY);
     });
+    // Box mean of 5x5 and src > mean - 5 in both; the peer replicates the
+    // edge where the mean variants pad with 0.
+    peer(adaptive, [](const Image& s, Image& d) {
+        cv::Mat out = wrap(d);
+        cv::adaptiveThreshold(wrap(s), out, 255, cv::ADAPTIVE_THRESH_MEAN_C, cv::THRESH_BINARY, 5, 5);
+    });
 #endif
-    for (const Operation* op : {&median, &bilateral, &erode3, &erode7, &threshold})
+    for (const Operation* op : {&median, &bilateral, &erode3, &erode7, &threshold, &adaptive})
         pxr::bench::registerOperation(*op);
 }

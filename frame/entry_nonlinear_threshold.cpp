@@ -1,4 +1,4 @@
-// Entry points of the fixed, range and Otsu thresholds.
+// Entry points of the fixed, range, Otsu and adaptive thresholds.
 #include "frame/entry.h"
 #include "imgproc/filters/nonlinear.h"
 #include "pixora/filters_nonlinear.h"
@@ -70,5 +70,25 @@ PXR_API void pxrFilterThresholdOtsuu8(const uint8_t* src, uint32_t width, uint32
     PXR_ASSERT(src && dst && width && height && (srcStride >= width) && (dstStride >= width));
     pxr::dispatch<PXR_ROW_FilterThresholdOtsuu8>(k, src, width, height, srcStride, dst, dstStride, thresholdType);
 }
+
+// Adaptive thresholds: the type, the offset and the mean are checked and
+// applied by the implementations; the entry point checks the buffers.
+#define PXR_ADAPTIVE_ENTRY(Name, Row)                                                                         \
+    PXR_API void Name(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride, uint8_t maxValue, \
+                      uint32_t thresholdType, int32_t value, uint8_t* dst, uint32_t dstStride) {              \
+        srcStride = pxr::packedStride(srcStride, width);                                                      \
+        dstStride = pxr::packedStride(dstStride, width);                                                      \
+        const uint32_t k =                                                                                    \
+            pxr::selectKind(__func__, Row, pxr::imageRule(width, height, src, srcStride, dst, dstStride));    \
+        PXR_ASSERT(src && dst && width && height && (srcStride >= width) && (dstStride >= width));           \
+        pxr::dispatch<Row>(k, src, width, height, srcStride, maxValue, thresholdType, value, dst, dstStride); \
+    }
+
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdGaussian3x3u8, PXR_ROW_AdaptiveThresholdGaussian3x3u8)
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdGaussian5x5u8, PXR_ROW_AdaptiveThresholdGaussian5x5u8)
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdGaussian11x11u8, PXR_ROW_AdaptiveThresholdGaussian11x11u8)
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdMean3x3u8, PXR_ROW_AdaptiveThresholdMean3x3u8)
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdMean5x5u8, PXR_ROW_AdaptiveThresholdMean5x5u8)
+PXR_ADAPTIVE_ENTRY(pxrAdaptiveThresholdMean11x11u8, PXR_ROW_AdaptiveThresholdMean11x11u8)
 
 }  // extern "C"

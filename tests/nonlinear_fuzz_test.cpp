@@ -106,3 +106,27 @@ TEST(NonlinearFuzz, Thresholds) {
                    pxrFilterThresholdOtsuu8(s, a.width, a.height, a.srcStride, d, a.dstStride, a.border);
                }});
 }
+
+TEST(NonlinearFuzz, AdaptiveThresholds) {
+    using Adaptive = void (*)(const uint8_t*, uint32_t, uint32_t, uint32_t, uint8_t, uint32_t, int32_t, uint8_t*,
+                              uint32_t);
+    const struct {
+        const char* name;
+        uint32_t row;
+        Adaptive fn;
+    } members[] = {
+        {"pxrAdaptiveThresholdGaussian3x3u8", PXR_ROW_AdaptiveThresholdGaussian3x3u8,
+         pxrAdaptiveThresholdGaussian3x3u8},
+        {"pxrAdaptiveThresholdGaussian5x5u8", PXR_ROW_AdaptiveThresholdGaussian5x5u8,
+         pxrAdaptiveThresholdGaussian5x5u8},
+        {"pxrAdaptiveThresholdGaussian11x11u8", PXR_ROW_AdaptiveThresholdGaussian11x11u8,
+         pxrAdaptiveThresholdGaussian11x11u8},
+        {"pxrAdaptiveThresholdMean3x3u8", PXR_ROW_AdaptiveThresholdMean3x3u8, pxrAdaptiveThresholdMean3x3u8},
+        {"pxrAdaptiveThresholdMean5x5u8", PXR_ROW_AdaptiveThresholdMean5x5u8, pxrAdaptiveThresholdMean5x5u8},
+        {"pxrAdaptiveThresholdMean11x11u8", PXR_ROW_AdaptiveThresholdMean11x11u8, pxrAdaptiveThresholdMean11x11u8}};
+    for (const auto& m : members)
+        fuzzEntry({m.name, m.row, 1, 1, false, [fn = m.fn](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
+                       fn(s, a.width, a.height, a.srcStride, a.value, a.border % 3u, (int32_t(a.value) - 128) * 3, d,
+                          a.dstStride);
+                   }}, 600);
+}

@@ -108,6 +108,35 @@ PXR_API void pxrFilterThresholdOtsuu8(const uint8_t* src, uint32_t width, uint32
                                       uint32_t srcStride, uint8_t* dst, uint32_t dstStride,
                                       uint32_t thresholdType);
 
+/* Adaptive thresholds against the local mean m (the 3x3, 5x5 or 11x11
+   Gaussian with renormalised border, or the box mean with a zero border):
+   binary (thresholdType 0) writes maxValue where src > m - value, inverted
+   (1) where src <= m - value, and 0 elsewhere. Any other type fills dst with
+   0. value >= 256 gives all maxValue (binary) or all 0 (inverted);
+   value <= -256 (binary) or <= -255 (inverted) the opposite. dst holds the
+   mean on the way, so it must not be src. */
+PXR_API void pxrAdaptiveThresholdGaussian3x3u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                               uint32_t srcStride, uint8_t maxValue,
+                                               uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                               uint32_t dstStride);
+PXR_API void pxrAdaptiveThresholdGaussian5x5u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                               uint32_t srcStride, uint8_t maxValue,
+                                               uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                               uint32_t dstStride);
+PXR_API void pxrAdaptiveThresholdGaussian11x11u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                                 uint32_t srcStride, uint8_t maxValue,
+                                                 uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                                 uint32_t dstStride);
+PXR_API void pxrAdaptiveThresholdMean3x3u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                           uint32_t srcStride, uint8_t maxValue, uint32_t thresholdType,
+                                           int32_t value, uint8_t* dst, uint32_t dstStride);
+PXR_API void pxrAdaptiveThresholdMean5x5u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                           uint32_t srcStride, uint8_t maxValue, uint32_t thresholdType,
+                                           int32_t value, uint8_t* dst, uint32_t dstStride);
+PXR_API void pxrAdaptiveThresholdMean11x11u8(const uint8_t* src, uint32_t width, uint32_t height,
+                                             uint32_t srcStride, uint8_t maxValue, uint32_t thresholdType,
+                                             int32_t value, uint8_t* dst, uint32_t dstStride);
+
 PXR_EXTERN_C_END
 
 #endif

@@ -51,6 +51,25 @@ int pxrFilterThresholdRangeu8_v2V(const uint8_t* src, uint32_t srcWidth, uint32_
 void pxrFilterThresholdOtsuu8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
                                uint8_t* dst, uint32_t dstStride, uint32_t thresholdType);
 
+void pxrAdaptiveThresholdGaussian3x3u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                        uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                        uint32_t dstStride);
+void pxrAdaptiveThresholdGaussian5x5u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                        uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                        uint32_t dstStride);
+void pxrAdaptiveThresholdGaussian11x11u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                          uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                          uint32_t dstStride);
+void pxrAdaptiveThresholdMean3x3u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                    uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                    uint32_t dstStride);
+void pxrAdaptiveThresholdMean5x5u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                    uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                    uint32_t dstStride);
+void pxrAdaptiveThresholdMean11x11u8V(const uint8_t* src, uint32_t width, uint32_t height, uint32_t srcStride,
+                                      uint8_t maxValue, uint32_t thresholdType, int32_t value, uint8_t* dst,
+                                      uint32_t dstStride);
+
 PXR_VECTOR(PXR_ROW_FilterMedian3x3u8, pxrFilterMedian3x3u8V)
 PXR_VECTOR(PXR_ROW_FilterMedian3x3u8_v3, pxrFilterMedian3x3u8_v3V)
 PXR_VECTOR(PXR_ROW_FilterMedianMxNs16, pxrFilterMedianMxNs16V)
@@ -72,3 +91,9 @@ PXR_VECTOR(PXR_ROW_FilterThresholdu8_v3, pxrFilterThresholdu8_v3V)
 PXR_VECTOR(PXR_ROW_FilterThresholdRangeu8, pxrFilterThresholdRangeu8V)
 PXR_VECTOR(PXR_ROW_FilterThresholdRangeu8_v2, pxrFilterThresholdRangeu8_v2V)
 PXR_VECTOR(PXR_ROW_FilterThresholdOtsuu8, pxrFilterThresholdOtsuu8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdGaussian3x3u8, pxrAdaptiveThresholdGaussian3x3u8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdGaussian5x5u8, pxrAdaptiveThresholdGaussian5x5u8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdGaussian11x11u8, pxrAdaptiveThresholdGaussian11x11u8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdMean3x3u8, pxrAdaptiveThresholdMean3x3u8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdMean5x5u8, pxrAdaptiveThresholdMean5x5u8V)
+PXR_VECTOR(PXR_ROW_AdaptiveThresholdMean11x11u8, pxrAdaptiveThresholdMean11x11u8V)

@@ -23,6 +23,7 @@
 using pxr::test::from_rgb::member;
 using Bytes = std::vector<uint8_t>;
 
+#if defined(PIXORA_HAVE_LIBYUV) || defined(PIXORA_HAVE_OPENCV)
 namespace {
 
 constexpr uint32_t kW = 331, kH = 97;  // odd, past every vector width
@@ -45,6 +46,7 @@ int maxDiff(const Bytes& a, const Bytes& b, size_t step = 1, size_t offset = 0, 
 }
 
 }  // namespace
+#endif
 
 #ifdef PIXORA_HAVE_LIBYUV
 // libyuv names formats by the word: its ARGB is B, G, R, A in memory (our

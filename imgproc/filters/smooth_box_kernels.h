@@ -73,10 +73,13 @@ void boxPaddedSpan(const Plane<uint8_t>& src, uint32_t y, uint8_t* out, uint32_t
         const uint32_t c0 = static_cast<uint32_t>(std::max<int64_t>(first, 0));
         const uint32_t c1 = static_cast<uint32_t>(std::min<int64_t>(w, int64_t{s1} + R));
         uint32_t* in = col + (c0 - first);
-        std::fill(in, in + (c1 - c0), padRows * pad);
-        for (uint32_t j = 0; j < taps; ++j)
-            if (rows[j])
-                for (uint32_t c = c0; c < c1; ++c) in[c - c0] += rows[j][c];
+        const size_t n = c1 - c0;
+        std::fill(in, in + n, padRows * pad);
+        for (uint32_t j = 0; j < taps; ++j) {
+            if (!rows[j]) continue;
+            const uint8_t* r = rows[j] + c0;
+            for (size_t i = 0; i < n; ++i) in[i] += r[i];
+        }
         // Columns outside the image: the edge column's sum, or all pad.
         for (uint32_t i = 0; i < cols; ++i) {
             const int64_t c = first + i;
@@ -86,11 +89,11 @@ void boxPaddedSpan(const Plane<uint8_t>& src, uint32_t y, uint8_t* out, uint32_t
             else
                 col[i] = taps * pad;
         }
-        for (uint32_t x = s0; x < s1; ++x) {
-            const uint32_t* c = col + (x - s0);
+        uint8_t* o = out + s0;
+        for (size_t x = 0; x < s1 - s0; ++x) {
             uint32_t s = 0;
-            for (uint32_t i = 0; i < taps; ++i) s += c[i];
-            out[x] = boxRound<K>(s);
+            for (uint32_t i = 0; i < taps; ++i) s += col[x + i];
+            o[x] = boxRound<K>(s);
         }
     }
 }

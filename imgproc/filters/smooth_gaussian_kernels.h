@@ -60,13 +60,14 @@ void gaussInteriorSpan(const Plane<typename K::T>& src, uint32_t y, uint8_t* out
         std::fill(col, col + cols, A{0});
         for (uint32_t j = 0; j < K::kTaps; ++j) {
             const uint8_t* r = src.row(y + j - R) + size_t{c0} * sizeof(T);
-            for (uint32_t i = 0; i < cols; ++i) col[i] += K::w[j] * A{load<T>(r + size_t{i} * sizeof(T))};
+            const A wj = K::w[j];
+            for (size_t i = 0; i < cols; ++i) col[i] += wj * A{load<T>(r + i * sizeof(T))};
         }
-        for (uint32_t x = s0; x < s1; ++x) {
-            const A* c = col + (x - s0);
+        uint8_t* o = out + size_t{s0} * sizeof(T);
+        for (size_t x = 0; x < s1 - s0; ++x) {
             A s = 0;
-            for (uint32_t i = 0; i < K::kTaps; ++i) s += K::w[i] * c[i];
-            store<T>(out + size_t{x} * sizeof(T), static_cast<T>(s >> K::kShift));
+            for (uint32_t i = 0; i < K::kTaps; ++i) s += K::w[i] * col[x + i];
+            store<T>(o + x * sizeof(T), static_cast<T>(s >> K::kShift));
         }
     }
 }

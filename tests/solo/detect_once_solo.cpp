@@ -12,11 +12,7 @@
 
 namespace {
 
-std::string fixture(const char* name) {
-    std::string dir = __FILE__;
-    dir.erase(dir.rfind('/'));
-    return dir + "/../data/cpuinfo/" + name;
-}
+std::string fixture(const char* name) { return std::string(PIXORA_TEST_DATA) + "/cpuinfo/" + name; }
 
 TEST(DetectionConcurrency, FirstUseFromManyThreadsReadsTheFileOnce) {
     pxr::platform::setCpuInfoPath(fixture("cpu_only.txt").c_str());

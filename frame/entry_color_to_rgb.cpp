@@ -1,6 +1,6 @@
 // Entry points of the YCbCr colour group: to packed RGB, between YCbCr
-// layouts, the chroma byte swap and the video-range decoder. Each shape of
-// arguments has one body, instantiated per member from to_rgb_members.h.
+// layouts, the chroma byte swap and the video-range decoder. The members of
+// to_rgb_members.h share one body, assembled from the macros of their sides.
 #include <initializer_list>
 
 #include "frame/entry.h"
@@ -39,8 +39,8 @@ pxr::Rule planesRule(uint32_t width, uint32_t height, PlaneRef src, PlaneRef dst
     } while (0)
 
 // Each side of a member: stride defaulting, its part of the condition, its
-// planes other than Y (for the rule) and its argument names.
-// Side p (src or dst) with chroma subsampled by sx horizontally.
+// planes other than Y (for the rule) and its argument names. The defaults
+// of side p (src or dst), chroma subsampled by sx horizontally:
 #define PXR_YCC_DEFAULTS_PLANAR(p, sx)                                               \
     const uint32_t p##ChromaWidth = pxr::color::chromaCount(srcWidth, sx);           \
     p##YStride = pxr::packedStride(p##YStride, srcWidth);                            \

@@ -22,12 +22,10 @@ using PackedFn = void(const Src*, uint32_t, uint32_t, uint32_t, Dst*, uint32_t);
 
 }  // namespace pxr::color
 
-#define PXR_FROM_RGB_DECL(Name, ...) \
-    __VA_ARGS__ pxr##Name##C;        \
-    PXR_REFERENCE(PXR_ROW_##Name, pxr##Name##C)
+#define PXR_FROM_RGB_SUFFIX C
+#define PXR_FROM_RGB_REGISTER PXR_REFERENCE
+#define PXR_FROM_RGB_REGISTER_INTERNAL PXR_INTERNAL_REFERENCE
 #include "imgproc/color/from_rgb_declare.h"
-#undef PXR_FROM_RGB_DECL
-
-// Internal row 0: RGB888 to RGB565, rotated by 180 degrees.
-pxr::color::PackedFn<uint8_t, uint16_t> pxrColorRGB888ToRGB565Rotate180u8C;
-PXR_INTERNAL_REFERENCE(PXR_IROW_ColorRGB888ToRGB565Rotate180u8, pxrColorRGB888ToRGB565Rotate180u8C)
+#undef PXR_FROM_RGB_SUFFIX
+#undef PXR_FROM_RGB_REGISTER
+#undef PXR_FROM_RGB_REGISTER_INTERNAL

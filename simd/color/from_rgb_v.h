@@ -3,14 +3,13 @@
 
 #include "imgproc/color/from_rgb.h"
 
-#define PXR_FROM_RGB_DECL(Name, ...) \
-    __VA_ARGS__ pxr##Name##V;        \
-    PXR_VECTOR(PXR_ROW_##Name, pxr##Name##V)
+#define PXR_FROM_RGB_SUFFIX V
+#define PXR_FROM_RGB_REGISTER PXR_VECTOR
+#define PXR_FROM_RGB_REGISTER_INTERNAL PXR_INTERNAL_VECTOR
 #include "imgproc/color/from_rgb_declare.h"
-#undef PXR_FROM_RGB_DECL
-
-pxr::color::PackedFn<uint8_t, uint16_t> pxrColorRGB888ToRGB565Rotate180u8V;
-PXR_INTERNAL_VECTOR(PXR_IROW_ColorRGB888ToRGB565Rotate180u8, pxrColorRGB888ToRGB565Rotate180u8V)
+#undef PXR_FROM_RGB_SUFFIX
+#undef PXR_FROM_RGB_REGISTER
+#undef PXR_FROM_RGB_REGISTER_INTERNAL
 
 // Used inside namespace pxr::color by the simd/color/from_rgb_*_v.cpp files:
 // exports a per-target function and defines Name##V, which dispatches to it.

@@ -132,15 +132,21 @@ TEST(NonlinearBilateralGolden, UniformImageDarkensOnlyInTheBorderBand) {
             ASSERT_EQ(s.sigmas(src.data(), w, h, w, dst.data(), w, sigmaColor, s.fixedSpace), 0);
             for (uint32_t y = 0; y < h; ++y)
                 for (uint32_t x = 0; x < w; ++x) {
+                    // Inner band pixels have only far, light outside taps
+                    // and may round back to v; the outermost ring cannot.
                     const bool band = x < r || y < r || x + r >= w || y + r >= h;
-                    if (band)
+                    const bool edge = x == 0 || y == 0 || x + 1 == w || y + 1 == h;
+                    if (edge)
                         EXPECT_LT(dst[y * w + x], v) << s.name << " " << x << "," << y;
+                    else if (band)
+                        EXPECT_LE(dst[y * w + x], v) << s.name << " " << x << "," << y;
                     else
                         EXPECT_EQ(dst[y * w + x], v) << s.name << " " << x << "," << y;
                 }
-            // The corner has the most outside taps, the middle of an edge fewer.
+            // The corner has the most outside taps, the middle of an edge
+            // fewer, the next row fewer still.
             EXPECT_LT(dst[0], dst[w / 2]) << s.name;
-            EXPECT_LT(dst[w / 2], dst[(r - 1) * w + w / 2]) << s.name;
+            EXPECT_LT(dst[w / 2], dst[w + w / 2]) << s.name;
         }
     }
 }

@@ -65,7 +65,7 @@ inline float fixedSigmaSpace(int radius) { return radius == 2 ? 1.0f : radius ==
 
 // Byte offsets of the taps from the centre pixel for one stride.
 inline void tapOffsets(const Weights& w, uint32_t stride, ptrdiff_t* offsets) {
-    for (uint32_t k = 0; k < w.count; ++k) offsets[k] = ptrdiff_t{w.dy[k]} * ptrdiff_t{stride} + w.dx[k];
+    for (uint32_t k = 0; k < w.count; ++k) offsets[k] = ptrdiff_t{w.dy[k]} * static_cast<ptrdiff_t>(stride) + w.dx[k];
 }
 
 // The weighted mean rounded half up: truncating conversion of num/den + 0.5.

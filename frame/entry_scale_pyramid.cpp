@@ -113,3 +113,40 @@ PXR_API int pxrPyramidCreatef32_v2(const float* base, uint32_t baseWidth, uint32
 }
 
 }  // extern "C"
+
+namespace {
+
+template <uint32_t Row>
+int gradientEntry(const char* name, const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                  pxrPyramidLevel* dyPyramid, uint32_t numLevels) {
+    const uint32_t k = pxr::selectKind(name, Row, kNoConstraint);
+    if (!(imagePyramid && dxPyramid && dyPyramid && numLevels)) {
+        pxr::assertionFailed(name, "imagePyramid && dxPyramid && dyPyramid && numLevels");
+        return -1;
+    }
+    return pxr::dispatch<Row>(k, imagePyramid, dxPyramid, dyPyramid, numLevels);
+}
+
+}  // namespace
+
+extern "C" {
+
+PXR_API int pxrPyramidSobelGradientCreatei16(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                             pxrPyramidLevel* dyPyramid, uint32_t numLevels) {
+    return gradientEntry<PXR_ROW_PyramidSobelGradientCreatei16>(__func__, imagePyramid, dxPyramid, dyPyramid,
+                                                                numLevels);
+}
+
+PXR_API int pxrPyramidSobelGradientCreatei8(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                            pxrPyramidLevel* dyPyramid, uint32_t numLevels) {
+    return gradientEntry<PXR_ROW_PyramidSobelGradientCreatei8>(__func__, imagePyramid, dxPyramid, dyPyramid,
+                                                               numLevels);
+}
+
+PXR_API int pxrPyramidSobelGradientCreatef32(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                             pxrPyramidLevel* dyPyramid, uint32_t numLevels) {
+    return gradientEntry<PXR_ROW_PyramidSobelGradientCreatef32>(__func__, imagePyramid, dxPyramid, dyPyramid,
+                                                                numLevels);
+}
+
+}  // extern "C"

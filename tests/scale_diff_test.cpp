@@ -228,3 +228,45 @@ TEST(ScaleDifferential, Doubling) {
         if (HasFatalFailure()) return;
     }
 }
+
+TEST(ScaleDifferential, SobelGradientPyramids) {
+    struct Member {
+        const char* name;
+        uint32_t row, bpp;
+        int (*fn)(const pxrPyramidLevel*, pxrPyramidLevel*, pxrPyramidLevel*, uint32_t);
+    };
+    const Member members[] = {
+        {"pxrPyramidSobelGradientCreatei16", PXR_ROW_PyramidSobelGradientCreatei16, 2,
+         pxrPyramidSobelGradientCreatei16},
+        {"pxrPyramidSobelGradientCreatei8", PXR_ROW_PyramidSobelGradientCreatei8, 1, pxrPyramidSobelGradientCreatei8},
+        {"pxrPyramidSobelGradientCreatef32", PXR_ROW_PyramidSobelGradientCreatef32, 4,
+         pxrPyramidSobelGradientCreatef32},
+    };
+    // Three image levels as input planes; dx and dy of each level as outputs.
+    auto levels = [](const Shape& s, uint32_t bpp, bool twice) {
+        std::vector<PlaneSpec> v;
+        for (uint32_t k = 0; k < 3; ++k)
+            for (int i = 0; i < (twice ? 2 : 1); ++i) v.push_back({s.width >> k, s.height >> k, bpp});
+        return v;
+    };
+    for (const Member& m : members) {
+        DiffOp d;
+        d.name = m.name;
+        d.row = m.row;
+        d.packedOnly = true;  // the records carry no stride
+        d.inputs = [levels](const Shape& s) { return levels(s, 1, false); };
+        d.outputs = [levels, bpp = m.bpp](const Shape& s) { return levels(s, bpp, true); };
+        d.call = [fn = m.fn](std::vector<GuardedImage>& in, std::vector<GuardedImage>& out) {
+            pxrPyramidLevel image[3], dx[3], dy[3];
+            for (uint32_t k = 0; k < 3; ++k) {
+                image[k] = {in[k].data(), in[k].width(), in[k].height()};
+                dx[k] = {out[2 * k].data(), 0, 0};
+                dy[k] = {out[2 * k + 1].data(), 0, 0};
+            }
+            EXPECT_EQ(fn(image, dx, dy, 3), 0);
+        };
+        // Float outputs need 4-byte aligned planes.
+        pxr::test::expectAllKindsMatch(d, m.bpp == 4 ? floatShapes() : pxr::test::standardShapes());
+        if (HasFatalFailure()) return;
+    }
+}

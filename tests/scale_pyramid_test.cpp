@@ -241,6 +241,40 @@ TEST(ScalePyramid, ThirdGenerationAlignsRowsAndRoundsUp) {
     pxrPyramidDelete_v2(b, 3, 1);
 }
 
+TEST(ScalePyramid, SobelGradientLevelsAreTheLevelsGradients) {
+    const auto base = pxr::test::randomBytes(64 * 48, 14);
+    pxrPyramidLevel image[3] = {}, dx[3] = {}, dy[3] = {};
+    ASSERT_EQ(pxrPyramidAllocate(image, 64, 48, 1, 3, 0), 0);
+    ASSERT_EQ(pxrPyramidCreateu8(base.data(), 64, 48, 3, image), 0);
+    ASSERT_EQ(pxrPyramidAllocate(dx, 64, 48, 2, 3, 1), 0);
+    ASSERT_EQ(pxrPyramidAllocate(dy, 64, 48, 2, 3, 1), 0);
+    ASSERT_EQ(pxrPyramidSobelGradientCreatei16(image, dx, dy, 3), 0);
+    for (int k = 0; k < 3; ++k) {
+        const uint32_t w = image[k].width, h = image[k].height, n = (w - 2) * (h - 2);
+        EXPECT_EQ(dx[k].width, w);
+        EXPECT_EQ(dy[k].height, h);
+        std::vector<int16_t> gx(n), gy(n);
+        pxrImageGradientSobelPlanars16(static_cast<const uint8_t*>(image[k].ptr), w, h, 0, gx.data(), gy.data());
+        const auto* px = static_cast<const int16_t*>(dx[k].ptr);
+        const auto* py = static_cast<const int16_t*>(dy[k].ptr);
+        EXPECT_EQ(std::vector<int16_t>(px, px + n), gx) << k;
+        EXPECT_EQ(std::vector<int16_t>(py, py + n), gy) << k;
+    }
+    // A level without a dy buffer stops the walk there.
+    pxrMemFree(dy[2].ptr);
+    dy[2].ptr = nullptr;
+    dx[2].width = 0;
+    EXPECT_EQ(pxrPyramidSobelGradientCreatei8(image, dx, dy, 3), -1);
+    EXPECT_EQ(dx[2].width, 16u);
+    pxr::test::LogCapture log;
+    EXPECT_EQ(pxrPyramidSobelGradientCreatef32(image, nullptr, dy, 3), -1);
+    EXPECT_TRUE(log.contains("Assertion failed @pxrPyramidSobelGradientCreatef32: imagePyramid && dxPyramid && "
+                             "dyPyramid && numLevels\n"));
+    pxrPyramidDelete(image, 3, 1);
+    pxrPyramidDelete(dx, 3, 0);
+    pxrPyramidDelete(dy, 3, 0);
+}
+
 TEST(ScalePyramidContract, BadArgumentsAreRefused) {
     pxr::test::LogCapture log;
     pxrPyramidLevel pyr[2] = {};

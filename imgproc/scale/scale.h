@@ -83,6 +83,14 @@ int pxrPyramidCreatef32C(const float* base, uint32_t baseWidth, uint32_t baseHei
 int pxrPyramidCreatef32_v2C(const float* base, uint32_t baseWidth, uint32_t baseHeight, uint32_t baseStride,
                             uint32_t numLevels, pxrPyramidLevel_v2* pyramid);
 
+// Sobel gradient pyramids (scale_pyramid_gradient.cpp).
+int pxrPyramidSobelGradientCreatei16C(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                      pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+int pxrPyramidSobelGradientCreatei8C(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                     pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+int pxrPyramidSobelGradientCreatef32C(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                      pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+
 PXR_REFERENCE(PXR_ROW_ScaleDownBy2u8, pxrScaleDownBy2u8C)
 PXR_REFERENCE(PXR_ROW_ScaleDownBy4u8, pxrScaleDownBy4u8C)
 PXR_REFERENCE(PXR_ROW_ScaleDown3To2u8, pxrScaleDown3To2u8C)
@@ -117,3 +125,6 @@ PXR_REFERENCE(PXR_ROW_PyramidCreateu8_v2, pxrPyramidCreateu8_v2C)
 PXR_REFERENCE(PXR_ROW_PyramidCreateu8_v3, pxrPyramidCreateu8_v3C)
 PXR_REFERENCE(PXR_ROW_PyramidCreatef32, pxrPyramidCreatef32C)
 PXR_REFERENCE(PXR_ROW_PyramidCreatef32_v2, pxrPyramidCreatef32_v2C)
+PXR_REFERENCE(PXR_ROW_PyramidSobelGradientCreatei16, pxrPyramidSobelGradientCreatei16C)
+PXR_REFERENCE(PXR_ROW_PyramidSobelGradientCreatei8, pxrPyramidSobelGradientCreatei8C)
+PXR_REFERENCE(PXR_ROW_PyramidSobelGradientCreatef32, pxrPyramidSobelGradientCreatef32C)

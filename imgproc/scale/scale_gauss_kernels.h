@@ -67,8 +67,8 @@ void halveImage(const T* src, uint32_t w, uint32_t h, uint32_t srcStride, T* dst
             // Column sums for source columns [lo, hi).
             const int64_t lo = 2 * int64_t{x0} - R, hi = lo + 2 * int64_t{n} + 2 * R - 1;
             const int64_t a = std::max<int64_t>(lo, 0), b = std::min<int64_t>(hi, w);
-            for (int64_t c = lo; c < hi; ++c)
-                if (c < a || c >= b) sums[c - lo] = columnSum<R>(rows, reflect101(c, w));
+            for (int64_t c = lo; c < a; ++c) sums[c - lo] = columnSum<R>(rows, reflect101(c, w));
+            for (int64_t c = b; c < hi; ++c) sums[c - lo] = columnSum<R>(rows, reflect101(c, w));
             const T* inside[2 * R + 1];
             for (int i = 0; i <= 2 * R; ++i) inside[i] = rows[i] + a;
             k.vertical(inside, sums + (a - lo), static_cast<uint32_t>(b - a));
@@ -111,12 +111,13 @@ inline void doubleImage(const uint8_t* src, uint32_t w, uint32_t h, uint32_t src
             // Sums for source columns [x0 - 1, x0 + n + 1).
             const int64_t lo = int64_t{x0} - 1, hi = int64_t{x0} + n + 1;
             const int64_t ia = std::max<int64_t>(lo, 0), ib = std::min<int64_t>(hi, w);
-            for (int64_t col = lo; col < hi; ++col) {
-                if (col >= ia && col < ib) continue;
+            auto edge = [&](int64_t col) {
                 const uint32_t m = reflect101(col, w);
                 even[col - lo] = evenSum(a, b, c, m);
                 odd[col - lo] = oddSum(b, c, m);
-            }
+            };
+            for (int64_t col = lo; col < ia; ++col) edge(col);
+            for (int64_t col = ib; col < hi; ++col) edge(col);
             k.vertical(a + ia, b + ia, c + ia, even + (ia - lo), odd + (ia - lo), static_cast<uint32_t>(ib - ia));
             k.horizontal(even, outEven + 2 * size_t{x0}, n);
             k.horizontal(odd, outOdd + 2 * size_t{x0}, n);

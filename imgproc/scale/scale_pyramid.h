@@ -73,4 +73,23 @@ int create(const T* base, uint32_t baseWidth, uint32_t baseHeight, uint32_t base
     return 0;
 }
 
+// Sobel gradient levels: dx and dy levels take the size of their image
+// level and hold its (width-2) x (height-2) gradients packed from the start
+// of the buffer, as the plain planar gradient writes them.
+// gradient(src, w, h, srcStride, dx, dy, dxyStride) is one kind's planar Sobel.
+template <class T, class Gradient>
+int gradientLevels(const pxrPyramidLevel* image, pxrPyramidLevel* dx, pxrPyramidLevel* dy, uint32_t numLevels,
+                   Gradient gradient) {
+    for (uint32_t k = 0; k < numLevels; ++k) {
+        const uint32_t w = image[k].width, h = image[k].height;
+        dx[k].width = dy[k].width = w;
+        dx[k].height = dy[k].height = h;
+        if (!dx[k].ptr || !dy[k].ptr || !image[k].ptr) return -1;
+        const uint32_t packed = static_cast<uint32_t>((w > 2 ? w - 2 : 1) * sizeof(T));
+        gradient(static_cast<const uint8_t*>(image[k].ptr), w, h, w, static_cast<T*>(dx[k].ptr),
+                 static_cast<T*>(dy[k].ptr), packed);
+    }
+    return 0;
+}
+
 }  // namespace pxr::scale::pyramid

@@ -76,8 +76,8 @@ inline void polyDouble(const uint8_t* src, uint32_t w, uint32_t h, uint32_t srcS
             // v[j] holds byte column lo + j, for columns [lo, hi).
             const int64_t lo = int64_t{b0} - 2 * ch, hi = int64_t{b0} + n + 2 * ch;
             const int64_t a = std::max<int64_t>(lo, 0), b = std::min<int64_t>(hi, rowBytes);
-            for (int64_t col = lo; col < hi; ++col)
-                if (col < a || col >= b) v[col - lo] = polyColumn(rows, taps, clampColumn(col, w, ch));
+            for (int64_t col = lo; col < a; ++col) v[col - lo] = polyColumn(rows, taps, clampColumn(col, w, ch));
+            for (int64_t col = b; col < hi; ++col) v[col - lo] = polyColumn(rows, taps, clampColumn(col, w, ch));
             const uint8_t* inside[4] = {rows[0] + a, rows[1] + a, rows[2] + a, rows[3] + a};
             k.vertical(inside, taps, v + (a - lo), static_cast<uint32_t>(b - a));
             k.horizontal(v + 2 * ch, out + 2 * size_t{b0}, n, ch);
@@ -139,11 +139,12 @@ inline void upsampleRowPair(const uint8_t* nearer, const uint8_t* farther, uint3
         // s[j] holds byte column lo + j, for columns [lo, hi).
         const int64_t lo = int64_t{b0} - ch, hi = int64_t{b0} + n + ch;
         const int64_t a = std::max<int64_t>(lo, 0), b = std::min<int64_t>(hi, rowBytes);
-        for (int64_t col = lo; col < hi; ++col) {
-            if (col >= a && col < b) continue;
+        auto edge = [&](int64_t col) {
             const uint32_t m = clampColumn(col, w, ch);
             s[col - lo] = blendSum(nearer[m], farther[m]);
-        }
+        };
+        for (int64_t col = lo; col < a; ++col) edge(col);
+        for (int64_t col = b; col < hi; ++col) edge(col);
         k.columnSums(nearer + a, farther + a, s + (a - lo), static_cast<uint32_t>(b - a));
         k.horizontal(s + ch, out + 2 * size_t{b0}, n, ch);
     }

@@ -164,9 +164,10 @@ PXR_API int pxrPyramidCreatef32_v2(const float* base, uint32_t baseWidth, uint32
                                    uint32_t baseStride, uint32_t numLevels, pxrPyramidLevel_v2* pyramid);
 
 /* Sobel gradient pyramids: each dx/dy level gets the size of its image
-   level and holds that level's Sobel gradients (normalised by 8; the
-   (width-2) x (height-2) result at the start of rows of the level's width).
-   Returns 0, or -1 at the first level whose dx or dy buffer is null. */
+   level and holds that level's Sobel gradients normalised by 8, as
+   pxrImageGradientSobelPlanars16 (s8, f32) writes them: (width-2) x
+   (height-2), packed from the start of the buffer. Returns 0, or -1 at the
+   first level whose dx, dy (or image) buffer is null. */
 PXR_API int pxrPyramidSobelGradientCreatei16(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
                                              pxrPyramidLevel* dyPyramid, uint32_t numLevels);
 PXR_API int pxrPyramidSobelGradientCreatei8(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,

@@ -72,6 +72,14 @@ int pxrPyramidCreatef32V(const float* base, uint32_t baseWidth, uint32_t baseHei
 int pxrPyramidCreatef32_v2V(const float* base, uint32_t baseWidth, uint32_t baseHeight, uint32_t baseStride,
                             uint32_t numLevels, pxrPyramidLevel_v2* pyramid);
 
+// Sobel gradient pyramids (scale_pyramid_gradient_v.cpp).
+int pxrPyramidSobelGradientCreatei16V(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                      pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+int pxrPyramidSobelGradientCreatei8V(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                     pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+int pxrPyramidSobelGradientCreatef32V(const pxrPyramidLevel* imagePyramid, pxrPyramidLevel* dxPyramid,
+                                      pxrPyramidLevel* dyPyramid, uint32_t numLevels);
+
 // The vector Gaussian halving as kernel sets, for the pyramids.
 namespace pxr::scale::gauss {
 extern const DownKernels<uint8_t, uint16_t> kHalve5u8Vector;
@@ -107,3 +115,6 @@ PXR_VECTOR(PXR_ROW_PyramidCreateu8_v2, pxrPyramidCreateu8_v2V)
 PXR_VECTOR(PXR_ROW_PyramidCreateu8_v3, pxrPyramidCreateu8_v3V)
 PXR_VECTOR(PXR_ROW_PyramidCreatef32, pxrPyramidCreatef32V)
 PXR_VECTOR(PXR_ROW_PyramidCreatef32_v2, pxrPyramidCreatef32_v2V)
+PXR_VECTOR(PXR_ROW_PyramidSobelGradientCreatei16, pxrPyramidSobelGradientCreatei16V)
+PXR_VECTOR(PXR_ROW_PyramidSobelGradientCreatei8, pxrPyramidSobelGradientCreatei8V)
+PXR_VECTOR(PXR_ROW_PyramidSobelGradientCreatef32, pxrPyramidSobelGradientCreatef32V)

@@ -13,6 +13,10 @@ PIXORA_PEER_PACKAGES=(
     libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-video-dev libopencv-features2d-dev
     libyuv-dev
 )
+# Real photographs for the tracking demo, the peer cross-checks and the
+# benchmarks: the sample images of OpenCV's documentation package (a
+# 640x480 frame pair among them), read from PIXORA_PHOTO_DIR.
+PIXORA_DATA_PACKAGES=(opencv-doc)
 
 # Whether a package is installed for this machine's architecture. With a
 # foreign architecture added (the armhf job does that), a package installed
@@ -25,7 +29,7 @@ pixora_installed() {
 
 pixora_missing_packages() {
     local p
-    for p in "${PIXORA_PACKAGES[@]}" "${PIXORA_PEER_PACKAGES[@]}" "$@"; do
+    for p in "${PIXORA_PACKAGES[@]}" "${PIXORA_PEER_PACKAGES[@]}" "${PIXORA_DATA_PACKAGES[@]}" "$@"; do
         pixora_installed "$p" || echo "$p"
     done
 }

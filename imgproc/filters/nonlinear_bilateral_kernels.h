@@ -40,6 +40,7 @@ struct Weights {
     int8_t dx[kMaxTaps] = {}, dy[kMaxTaps] = {};
     float space[kMaxTaps] = {};
     float color[256] = {};
+    float colorFactor = 0.0f;  // -0.5 / sigmaColor^2: color[d] = gaussianWeight(colorFactor, d^2)
 };
 
 inline Weights makeWeights(int radius, float sigmaColor, float sigmaSpace) {
@@ -56,6 +57,7 @@ inline Weights makeWeights(int radius, float sigmaColor, float sigmaSpace) {
             ++w.count;
         }
     for (int d = 0; d < 256; ++d) w.color[d] = gaussianWeight(kc, static_cast<float>(d * d));
+    w.colorFactor = kc;
     return w;
 }
 

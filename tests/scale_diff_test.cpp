@@ -254,6 +254,7 @@ TEST(ScaleDifferential, SobelGradientPyramids) {
         d.name = m.name;
         d.row = m.row;
         d.packedOnly = true;  // the records carry no stride
+        d.elementAlign = m.bpp;  // 16-bit and float levels start aligned
         d.inputs = [levels](const Shape& s) { return levels(s, 1, false); };
         d.outputs = [levels, bpp = m.bpp](const Shape& s) { return levels(s, bpp, true); };
         d.call = [fn = m.fn](std::vector<GuardedImage>& in, std::vector<GuardedImage>& out) {

@@ -37,6 +37,7 @@ struct DiffOp {
     std::function<std::vector<PlaneSpec>(const Shape&)> outputs;
     std::function<void(std::vector<GuardedImage>& in, std::vector<GuardedImage>& out)> call;
     bool packedOnly = false;  // generations without stride arguments
+    uint32_t elementAlign = 1;  // planes start on multiples of this (bytes)
 };
 
 // An operation with one input and one output plane of the shape's size.

@@ -10,5 +10,6 @@
 #include "pixora/color_from_rgb.h"
 #include "pixora/color_to_rgb.h"
 #include "pixora/scale.h"
+#include "pixora/tracking.h"
 
 #endif

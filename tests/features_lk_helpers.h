@@ -1,0 +1,179 @@
+// Helpers of the Lucas-Kanade tracker tests: textured frames (from a smooth
+// function, or from blurred noise), exact sub-pixel shifts of a frame,
+// pyramids in both record layouts, and arrays with guard words.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "pixora.h"
+
+namespace pxr::test::lk {
+
+// An 8-bit frame with `slack` bytes after each row.
+struct Frame {
+    uint32_t width = 0, height = 0, stride = 0;
+    std::vector<uint8_t> px;
+    Frame() = default;
+    Frame(uint32_t w, uint32_t h, uint32_t slack = 0)
+        : width(w), height(h), stride(w + slack), px(size_t{w + slack} * h + 1, 0x5a) {}
+    uint8_t* data() { return px.data(); }
+    const uint8_t* data() const { return px.data(); }
+    uint8_t& at(uint32_t x, uint32_t y) { return px[size_t{y} * stride + x]; }
+    uint8_t at(uint32_t x, uint32_t y) const { return px[size_t{y} * stride + x]; }
+};
+
+// A smooth texture (sum of plane waves, periods 11 to 31 pixels), value at
+// the continuous position (x - dx, y - dy): the second frame of a pure
+// translation by (dx, dy) is texture(w, h, dx, dy).
+inline float waves(float x, float y) {
+    return 128.0f + 38.0f * std::sin(0.29f * x + 0.13f * y) + 30.0f * std::sin(-0.11f * x + 0.23f * y + 1.0f) +
+           24.0f * std::cos(0.41f * x + 0.37f * y + 2.0f) + 14.0f * std::sin(0.53f * x - 0.47f * y);
+}
+
+inline Frame texture(uint32_t w, uint32_t h, float dx = 0.0f, float dy = 0.0f, uint32_t slack = 0) {
+    Frame f(w, h, slack);
+    for (uint32_t y = 0; y < h; ++y)
+        for (uint32_t x = 0; x < w; ++x) {
+            const float v = waves(static_cast<float>(x) - dx, static_cast<float>(y) - dy);
+            f.at(x, y) = static_cast<uint8_t>(std::clamp(std::lround(v), 0l, 255l));
+        }
+    return f;
+}
+
+// Random noise smoothed by two 5x5 box passes: texture at every scale a
+// small window sees.
+inline Frame noiseTexture(uint32_t w, uint32_t h, uint32_t seed, uint32_t slack = 0) {
+    std::mt19937 gen(seed);
+    std::vector<float> a(size_t{w} * h), b(a.size());
+    for (float& v : a) v = static_cast<float>(gen() % 256);
+    auto box = [&](const std::vector<float>& in, std::vector<float>& out) {
+        for (uint32_t y = 0; y < h; ++y)
+            for (uint32_t x = 0; x < w; ++x) {
+                float s = 0;
+                int n = 0;
+                for (int j = -2; j <= 2; ++j)
+                    for (int i = -2; i <= 2; ++i) {
+                        const int64_t xx = int64_t{x} + i, yy = int64_t{y} + j;
+                        if (xx < 0 || yy < 0 || xx >= w || yy >= h) continue;
+                        s += in[size_t(yy) * w + size_t(xx)];
+                        ++n;
+                    }
+                out[size_t{y} * w + x] = s / static_cast<float>(n);
+            }
+    };
+    box(a, b);
+    box(b, a);
+    float lo = 255, hi = 0;
+    for (float v : a) lo = std::min(lo, v), hi = std::max(hi, v);
+    Frame f(w, h, slack);
+    for (uint32_t y = 0; y < h; ++y)
+        for (uint32_t x = 0; x < w; ++x)
+            f.at(x, y) = static_cast<uint8_t>(std::lround((a[size_t{y} * w + x] - lo) * 255.0f / std::max(hi - lo, 1.0f)));
+    return f;
+}
+
+// The frame moved by (dx, dy) (bilinear, edges replicated), plus noise of
+// +-noise levels.
+inline Frame shifted(const Frame& src, float dx, float dy, int noise = 0, uint32_t seed = 1) {
+    std::mt19937 gen(seed);
+    Frame f(src.width, src.height, src.stride - src.width);
+    auto px = [&](int64_t x, int64_t y) {
+        x = std::clamp<int64_t>(x, 0, src.width - 1);
+        y = std::clamp<int64_t>(y, 0, src.height - 1);
+        return static_cast<float>(src.at(uint32_t(x), uint32_t(y)));
+    };
+    for (uint32_t y = 0; y < src.height; ++y)
+        for (uint32_t x = 0; x < src.width; ++x) {
+            const float sx = static_cast<float>(x) - dx, sy = static_cast<float>(y) - dy;
+            const float fx = std::floor(sx), fy = std::floor(sy);
+            const float ax = sx - fx, ay = sy - fy;
+            const auto ix = static_cast<int64_t>(fx), iy = static_cast<int64_t>(fy);
+            float v = (1 - ay) * ((1 - ax) * px(ix, iy) + ax * px(ix + 1, iy)) +
+                      ay * ((1 - ax) * px(ix, iy + 1) + ax * px(ix + 1, iy + 1));
+            if (noise) v += static_cast<float>(static_cast<int>(gen() % (2 * noise + 1)) - noise);
+            f.at(x, y) = static_cast<uint8_t>(std::clamp(std::lround(v), 0l, 255l));
+        }
+    return f;
+}
+
+// A Gaussian pyramid of a frame, level sizes rounded up (any base size).
+// Level 0 is the frame itself (with its stride); the other levels are
+// packed when rowAlignment is 0. v1() gives three-word copies, valid as
+// such when every stride equals its width.
+class Pyramid {
+public:
+    Pyramid(const Frame& base, int32_t levels, uint32_t rowAlignment = 0)
+        : n_(static_cast<uint32_t>(std::max(levels, 1))), v2_(n_), v1_(n_) {
+        pxrPyramidAllocate_v3(v2_.data(), base.width, base.height, base.stride, 1, n_, 0, rowAlignment,
+                              PIXORA_PYRAMID_LEVEL_CEIL);
+        pxrPyramidCreateu8_v3(base.data(), base.width, base.height, base.stride, n_, v2_.data(),
+                              PIXORA_PYRAMID_LEVEL_CEIL);
+        for (uint32_t l = 0; l < n_; ++l) v1_[l] = {v2_[l].ptr, v2_[l].width, v2_[l].height};
+    }
+    ~Pyramid() { pxrPyramidDelete_v2(v2_.data(), n_, 1); }
+    Pyramid(const Pyramid&) = delete;
+    Pyramid& operator=(const Pyramid&) = delete;
+
+    const pxrPyramidLevel_v2* v2() const { return v2_.data(); }
+    const pxrPyramidLevel* v1() const { return v1_.data(); }
+    pxrPyramidLevel_v2* v2() { return v2_.data(); }
+    pxrPyramidLevel* v1() { return v1_.data(); }
+
+private:
+    uint32_t n_;
+    std::vector<pxrPyramidLevel_v2> v2_;
+    std::vector<pxrPyramidLevel> v1_;
+};
+
+// n elements between guard words; a fixed pattern fills everything.
+template <class T>
+class Guarded {
+public:
+    static constexpr size_t kGuard = 8;
+    explicit Guarded(size_t n, uint8_t pattern = 0xa5) : n_(n), bytes_((n + 2 * kGuard) * sizeof(T), pattern) {
+        pristine_ = bytes_;
+    }
+    T* data() { return reinterpret_cast<T*>(bytes_.data()) + kGuard; }
+    T operator[](size_t i) const {
+        T v;
+        std::memcpy(&v, bytes_.data() + (kGuard + i) * sizeof(T), sizeof(T));
+        return v;
+    }
+    // Fills the elements (not the guards) from v; the result is the new
+    // pristine state.
+    void set(const std::vector<T>& v) {
+        std::memcpy(data(), v.data(), std::min(v.size(), n_) * sizeof(T));
+        pristine_ = bytes_;
+    }
+    std::vector<T> values() const {
+        std::vector<T> v(n_);
+        std::memcpy(v.data(), bytes_.data() + kGuard * sizeof(T), n_ * sizeof(T));
+        return v;
+    }
+    bool guardsIntact() const {
+        const size_t g = kGuard * sizeof(T);
+        return std::equal(bytes_.begin(), bytes_.begin() + g, pristine_.begin()) &&
+               std::equal(bytes_.end() - g, bytes_.end(), pristine_.end() - g);
+    }
+    bool untouched() const { return bytes_ == pristine_; }
+    // Every byte, guards included.
+    const std::vector<uint8_t>& bytes() const { return bytes_; }
+
+private:
+    size_t n_;
+    std::vector<uint8_t> bytes_, pristine_;
+};
+
+// The bits of a float array, so that NaN compares equal to itself.
+inline std::vector<uint32_t> bitsOf(const std::vector<float>& v) {
+    std::vector<uint32_t> b(v.size());
+    std::memcpy(b.data(), v.data(), v.size() * sizeof(float));
+    return b;
+}
+
+}  // namespace pxr::test::lk

@@ -19,5 +19,7 @@
 #include "simd/filters/nonlinear_v.h"
 #include "imgproc/scale/scale.h"
 #include "simd/scale/scale_v.h"
+#include "features/fast/fast.h"
+#include "simd/features/fast/fast_v.h"
 #include "features/tracking/tracking.h"
 #include "simd/features/tracking/tracking_v.h"

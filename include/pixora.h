@@ -11,5 +11,6 @@
 #include "pixora/color_to_rgb.h"
 #include "pixora/scale.h"
 #include "pixora/tracking.h"
+#include "pixora/corners.h"
 
 #endif

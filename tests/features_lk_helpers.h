@@ -27,19 +27,20 @@ struct Frame {
     uint8_t at(uint32_t x, uint32_t y) const { return px[size_t{y} * stride + x]; }
 };
 
-// A smooth texture (sum of plane waves, periods 11 to 31 pixels), value at
-// the continuous position (x - dx, y - dy): the second frame of a pure
-// translation by (dx, dy) is texture(w, h, dx, dy).
+// A smooth texture (sum of plane waves, periods 11 to 31 pixels, times
+// `scale`), value at the continuous position (x - dx, y - dy): the second
+// frame of a pure translation by (dx, dy) is texture(w, h, dx, dy).
 inline float waves(float x, float y) {
     return 128.0f + 38.0f * std::sin(0.29f * x + 0.13f * y) + 30.0f * std::sin(-0.11f * x + 0.23f * y + 1.0f) +
            24.0f * std::cos(0.41f * x + 0.37f * y + 2.0f) + 14.0f * std::sin(0.53f * x - 0.47f * y);
 }
 
-inline Frame texture(uint32_t w, uint32_t h, float dx = 0.0f, float dy = 0.0f, uint32_t slack = 0) {
+inline Frame texture(uint32_t w, uint32_t h, float dx = 0.0f, float dy = 0.0f, uint32_t slack = 0,
+                     float scale = 1.0f) {
     Frame f(w, h, slack);
     for (uint32_t y = 0; y < h; ++y)
         for (uint32_t x = 0; x < w; ++x) {
-            const float v = waves(static_cast<float>(x) - dx, static_cast<float>(y) - dy);
+            const float v = waves((static_cast<float>(x) - dx) / scale, (static_cast<float>(y) - dy) / scale);
             f.at(x, y) = static_cast<uint8_t>(std::clamp(std::lround(v), 0l, 255l));
         }
     return f;

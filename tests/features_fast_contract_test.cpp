@@ -1,0 +1,196 @@
+// The FAST entry points' contract: every refused argument logs its entry
+// point's name and condition text and writes nothing (the count included);
+// the effective stride and border are what is checked; a missing tempBuf
+// with suppression ends the process on every kind.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "features_fast_helpers.h"
+#include "support/differential.h"
+#include "support/log_capture.h"
+
+using fast_test::Args;
+using fast_test::Member;
+
+namespace {
+
+const char* conditionOf(const Member& m) {
+    if (m.arc == 9) {
+        if (m.masked)
+            return m.scored ? "src && xy && scores && numcorners && bitMask && stride >= width && border*2 < width && "
+                              "border*2 < height"
+                            : "src && xy && numcorners && bitMask && stride >= width && border*2 < width && border*2 < "
+                              "height";
+        return m.scored ? "src && xy && scores && numcorners && stride >= width && border*2 < width && border*2 < height"
+                        : "src && xy && numcorners && stride >= width && border*2 < width && border*2 < height";
+    }
+    if (m.masked)
+        return m.scored ? "src && xy && scores && nCorners && mask && srcStride >= srcWidth && border*2 < srcWidth && "
+                          "border*2 < srcHeight"
+                        : "src && xy && nCorners && mask && srcStride >= srcWidth && border*2 < srcWidth && border*2 "
+                          "< srcHeight";
+    return m.scored ? "src && xy && scores && nCorners && srcStride >= srcWidth && border*2 < srcWidth && border*2 < "
+                      "srcHeight"
+                    : "src && xy && nCorners && srcStride >= srcWidth && border*2 < srcWidth && border*2 < srcHeight";
+}
+
+// Buffers for one call on a 16 x 12 image full of corners, every output
+// word preset to a marker.
+struct Call {
+    fast_test::Image img = fast_test::Image(16, 12);
+    std::vector<uint32_t> xy = std::vector<uint32_t>(2 * 64, 0xA5A5A5A5);
+    std::vector<uint32_t> scores = std::vector<uint32_t>(64, 0xA5A5A5A5);
+    std::vector<uint32_t> temp = std::vector<uint32_t>(3 * 64 + 16, 0xA5A5A5A5);
+    std::vector<uint8_t> mask = std::vector<uint8_t>(2 * 12, 0);
+    uint32_t count = 0xA5A5A5A5;
+    Args a;
+    Call() {
+        for (size_t i = 0; i < img.pixels.size(); ++i) img.pixels[i] = static_cast<uint8_t>(i * 97 % 251);
+        a.src = img.data();
+        a.width = 16;
+        a.height = 12;
+        a.stride = 0;
+        a.barrier = 10;
+        a.border = 3;
+        a.xy = xy.data();
+        a.scores = scores.data();
+        a.max = 64;
+        a.count = &count;
+        a.mask = mask.data();
+        a.maskWidth = 16;
+        a.maskHeight = 12;
+        a.nms = 1;
+        a.tempBuf = temp.data();
+    }
+    bool untouched() const {
+        auto marked = [](const std::vector<uint32_t>& v) {
+            return std::all_of(v.begin(), v.end(), [](uint32_t w) { return w == 0xA5A5A5A5; });
+        };
+        return count == 0xA5A5A5A5 && marked(xy) && marked(scores) && marked(temp);
+    }
+};
+
+struct BadCase {
+    const char* what;
+    std::function<void(Args&)> spoil;
+    bool applies;
+};
+
+}  // namespace
+
+TEST(FastContract, EveryRefusalLogsItsConditionAndWritesNothing) {
+    for (const Member& m : fast_test::members()) {
+        const std::string expected = std::string("Assertion failed @") + m.name + ": " + conditionOf(m) + "\n";
+        const std::vector<BadCase> cases = {
+            {"null src", [](Args& a) { a.src = nullptr; }, true},
+            {"null xy", [](Args& a) { a.xy = nullptr; }, true},
+            {"null scores", [](Args& a) { a.scores = nullptr; }, m.scored},
+            {"null count", [](Args& a) { a.count = nullptr; }, true},
+            {"null mask", [](Args& a) { a.mask = nullptr; }, m.masked},
+            {"stride below the width", [](Args& a) { a.stride = 15; }, true},
+            {"2 border = height", [](Args& a) { a.border = 6; }, true},
+            {"2 border = width", [](Args& a) { a.height = 20; a.border = 8; }, true},
+            {"huge border", [](Args& a) { a.border = 0x80000001u; }, true},
+            {"border 0 counts as 3 (height 6)", [](Args& a) { a.height = 6; a.border = 0; }, true},
+            {"border 2 counts as 3 (width 6)", [](Args& a) { a.width = 6; a.stride = 6; a.border = 2; }, true},
+            {"empty image", [](Args& a) { a.width = 0; a.height = 0; }, true},
+        };
+        for (uint32_t kind : {0u, 1u}) {
+            pxr::test::ForceKind force(m.row, kind);
+            for (const auto& c : cases) {
+                if (!c.applies) continue;
+                SCOPED_TRACE(std::string(m.name) + ": " + c.what + " kind " + std::to_string(kind));
+                Call call;
+                c.spoil(call.a);
+                pxr::test::LogCapture log;
+                m.call(call.a);
+                EXPECT_EQ(log.texts(), std::vector<std::string>{expected});
+                EXPECT_TRUE(call.untouched());
+            }
+        }
+    }
+}
+
+TEST(FastContract, EffectiveStrideAndBorderAreAccepted) {
+    for (const Member& m : fast_test::members()) {
+        SCOPED_TRACE(m.name);
+        pxr::test::LogCapture log;
+        // Stride 0 is the width; border 0 on a 7 x 7 image is 3 (one candidate).
+        Call call;
+        call.a.width = call.a.height = 7;
+        call.a.stride = 0;
+        call.a.border = 0;
+        call.a.maskWidth = call.a.maskHeight = 7;
+        m.call(call.a);
+        EXPECT_TRUE(log.texts().empty());
+        EXPECT_LE(call.count, 1u);
+        // A stride with slack, the nCornersMax and tempBuf never checked.
+        Call slack;
+        slack.a.stride = 17;
+        slack.a.width = 16;
+        slack.a.height = 11;
+        slack.a.maskHeight = 11;
+        slack.a.max = 3;
+        slack.a.nms = 0;
+        slack.a.tempBuf = nullptr;
+        m.call(slack.a);
+        EXPECT_TRUE(log.texts().empty());
+        EXPECT_EQ(slack.count, 3u);
+    }
+}
+
+TEST(FastContract, RefusedCallStillLeavesItsTraceLine) {
+    const uint8_t saved = libLogPrint;
+    libLogPrint = 1;
+    pxr::test::ForceKind force(PXR_ROW_CornerFast10Scoreu8, 1);
+    pxr::test::LogCapture log;
+    uint32_t xy[2], scores[1];
+    pxrCornerFast10Scoreu8(nullptr, 16, 16, 0, 10, 3, xy, scores, 1, nullptr, 0, nullptr);
+    libLogPrint = saved;
+    const auto lines = log.lines();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].text, "pxrCornerFast10Scoreu8_SIMDX");
+    EXPECT_EQ(lines[0].tag, "pixora_runtime_log");
+    EXPECT_EQ(lines[1].tag, "pixora_lib_log");
+    EXPECT_EQ(lines[1].priority, 6);
+}
+
+TEST(FastContractDeathTest, SuppressionWithoutTempBufEndsTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const fast_test::Image img(16, 12);
+    uint32_t xy[8], scores[4], n = 0;
+    const uint8_t mask[24] = {};
+    for (uint32_t kind : {0u, 1u}) {
+        SCOPED_TRACE(kind);
+        for (const Member& m : fast_test::members()) {
+            if (!m.suppressible) continue;
+            pxr::test::ForceKind force(m.row, kind);
+            const char* pattern = m.arc == 9 ? "pixoraFastC@[0-9]+: tempBuf Assertion failed"
+                                             : "pixoraFast10C@[0-9]+: tempBuf Assertion failed";
+            EXPECT_EXIT(
+                {
+                    Args a;
+                    a.src = img.data();
+                    a.width = 16;
+                    a.height = 12;
+                    a.barrier = 10;
+                    a.xy = xy;
+                    a.scores = scores;
+                    a.max = 4;
+                    a.count = &n;
+                    a.mask = mask;
+                    a.maskWidth = 16;
+                    a.maskHeight = 12;
+                    a.nms = 1;
+                    a.tempBuf = nullptr;
+                    m.call(a);
+                },
+                ::testing::ExitedWithCode(1), pattern)
+                << m.name;
+        }
+    }
+}

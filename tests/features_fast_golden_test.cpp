@@ -180,6 +180,20 @@ TEST(FastGoldenScan, RasterOrderAndCapacity) {
         EXPECT_EQ(one[0], 3u);
         EXPECT_EQ(one[1], 3u);
         EXPECT_EQ(one[2], 0xDEADBEEFu);
+
+        // With suppression too: the raw regions of tempBuf are empty then, the
+        // row starts begin at word 0, and the lone corner survives.
+        std::vector<uint32_t> temp(15, 0xDEADBEEF);
+        uint32_t score = 0;
+        n = 99;
+        pxrCornerFast9Scoreu8_v2(img.data(), 24, 15, 0, 30, 3, one.data(), &score, 0, &n, 1, temp.data());
+        EXPECT_EQ(n, 1u);
+        EXPECT_EQ(one[0], 3u);
+        EXPECT_EQ(one[1], 3u);
+        EXPECT_EQ(score, 99u);
+        EXPECT_EQ(temp, (std::vector<uint32_t>{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF, 0, 0xDEADBEEF, 0xDEADBEEF, 0xDEADBEEF,
+                                               0xDEADBEEF, 0xDEADBEEF, 0xDEADBEEF, 0xDEADBEEF, 0xDEADBEEF, 0xDEADBEEF,
+                                               0xDEADBEEF, 0xDEADBEEF}));
     });
 }
 

@@ -24,8 +24,11 @@ void detectScoreSuppress(const Detect& detect, const Score& score, uint32_t* xy,
         *nCorners = n;
         return;
     }
-    uint32_t* rawXy = tempBuf;
-    uint32_t* rawScores = tempBuf + 2 * size_t{nCornersMax};
+    // A capacity of 0 leaves the raw regions empty, yet detection still
+    // takes one corner: that corner is kept here, not over the row starts.
+    uint32_t spareXy[2], spareScore[1];
+    uint32_t* rawXy = nCornersMax ? tempBuf : spareXy;
+    uint32_t* rawScores = nCornersMax ? tempBuf + 2 * size_t{nCornersMax} : spareScore;
     uint32_t* rowStart = tempBuf + 3 * size_t{nCornersMax};
     uint32_t raw = 0;
     detect(rawXy, nCornersMax, &raw);

@@ -66,7 +66,8 @@ PXR_API void pxrCornerFast9InMaskScoreu8(const uint8_t* src, uint32_t srcWidth, 
     uint32_t* const numcorners = nCorners;
     const uint32_t k =
         pxr::selectKind(__func__, PXR_ROW_CornerFast9InMaskScoreu8, rule(width, height, src, stride));
-    PXR_ASSERT(src && xy && scores && numcorners && bitMask && stride >= width && border*2 < width && border*2 < height);
+    PXR_ASSERT(src && xy && scores && numcorners && bitMask && stride >= width && border*2 < width &&
+               border*2 < height);
     pxr::dispatch<PXR_ROW_CornerFast9InMaskScoreu8>(k, src, width, height, stride, barrier,
                                                     static_cast<uint32_t>(border), xy, scores, nCornersMax,
                                                     numcorners, bitMask, maskWidth, maskHeight);
@@ -96,7 +97,8 @@ PXR_API void pxrCornerFast9InMaskScoreu8_v2(const uint8_t* src, uint32_t srcWidt
     uint32_t* const numcorners = nCorners;
     const uint32_t k =
         pxr::selectKind(__func__, PXR_ROW_CornerFast9InMaskScoreu8_v2, rule(width, height, src, stride));
-    PXR_ASSERT(src && xy && scores && numcorners && bitMask && stride >= width && border*2 < width && border*2 < height);
+    PXR_ASSERT(src && xy && scores && numcorners && bitMask && stride >= width && border*2 < width &&
+               border*2 < height);
     pxr::dispatch<PXR_ROW_CornerFast9InMaskScoreu8_v2>(k, src, width, height, stride, barrier,
                                                        static_cast<uint32_t>(border), xy, scores, nCornersMax,
                                                        numcorners, bitMask, maskWidth, maskHeight, nmsEnabled,
@@ -151,7 +153,8 @@ PXR_API void pxrCornerFast10InMaskScoreu8(const uint8_t* src, uint32_t srcWidth,
     const uint64_t border = borderOf(givenBorder);
     const uint32_t k =
         pxr::selectKind(__func__, PXR_ROW_CornerFast10InMaskScoreu8, rule(srcWidth, srcHeight, src, srcStride));
-    PXR_ASSERT(src && xy && scores && nCorners && mask && srcStride >= srcWidth && border*2 < srcWidth && border*2 < srcHeight);
+    PXR_ASSERT(src && xy && scores && nCorners && mask && srcStride >= srcWidth && border*2 < srcWidth &&
+               border*2 < srcHeight);
     pxr::dispatch<PXR_ROW_CornerFast10InMaskScoreu8>(k, src, srcWidth, srcHeight, srcStride, barrier,
                                                      static_cast<uint32_t>(border), xy, scores, nCornersMax,
                                                      nCorners, mask, maskWidth, maskHeight, nmsEnabled, tempBuf);

@@ -1,5 +1,5 @@
-// The score functions' common order, shared by every kind: detect, score,
-// and (when asked) suppress through the caller's tempBuf.
+// The score functions' common order, shared by every kind: detect with
+// scores, then (when asked) suppress through the caller's tempBuf.
 #pragma once
 
 #include <cstddef>
@@ -9,18 +9,17 @@
 
 namespace pxr::fast {
 
-// detect(xy, capacity, count) fills a raw list; score(n, xy, scores) scores
-// it. Without suppression both work on the caller's arrays. With it, tempBuf
-// holds the raw list (words 0 .. 2 max - 1), the raw scores (2 max ..
+// detectScored(xy, scores, capacity, count) fills a raw list and its
+// scores. Without suppression it works on the caller's arrays. With it,
+// tempBuf holds the raw list (words 0 .. 2 max - 1), the raw scores (2 max ..
 // 3 max - 1) and the row-start table (from 3 max on), and the suppressed
 // list goes to the caller's arrays. The caller has checked tempBuf.
-template <class Detect, class Score>
-void detectScoreSuppress(const Detect& detect, const Score& score, uint32_t* xy, uint32_t* scores,
-                         uint32_t nCornersMax, uint32_t* nCorners, bool suppress, uint32_t* tempBuf) {
+template <class DetectScored>
+void detectScoreSuppress(const DetectScored& detectScored, uint32_t* xy, uint32_t* scores, uint32_t nCornersMax,
+                         uint32_t* nCorners, bool suppress, uint32_t* tempBuf) {
     if (!suppress) {
         uint32_t n = 0;
-        detect(xy, nCornersMax, &n);
-        score(n, xy, scores);
+        detectScored(xy, scores, nCornersMax, &n);
         *nCorners = n;
         return;
     }
@@ -31,8 +30,7 @@ void detectScoreSuppress(const Detect& detect, const Score& score, uint32_t* xy,
     uint32_t* rawScores = nCornersMax ? tempBuf + 2 * size_t{nCornersMax} : spareScore;
     uint32_t* rowStart = tempBuf + 3 * size_t{nCornersMax};
     uint32_t raw = 0;
-    detect(rawXy, nCornersMax, &raw);
-    score(raw, rawXy, rawScores);
+    detectScored(rawXy, rawScores, nCornersMax, &raw);
     nms_processing(rawXy, rawScores, rowStart, raw, xy, scores, nCorners);
 }
 

@@ -47,27 +47,25 @@ void scoreList(pxrFastScoreFn scorer, const uint8_t* src, uint32_t width, uint32
     }
 }
 
-// Detection through a public entry point, in the form the pipeline takes.
-template <class Entry, class... Extra>
-auto publicDetect(Entry entry, const uint8_t* src, uint32_t w, uint32_t h, uint32_t stride, uint32_t barrier,
-                  uint32_t border, Extra... extra) {
-    return [=](uint32_t* xy, uint32_t max, uint32_t* n) { entry(src, w, h, stride, barrier, border, xy, max, n, extra...); };
-}
-
-auto scoreWith9(const uint8_t* src, uint32_t w, uint32_t h, uint32_t stride, uint32_t barrier) {
-    return [=](uint32_t n, const uint32_t* xy, uint32_t* scores) { score_9(src, w, h, barrier, n, xy, scores, stride); };
-}
-auto scoreWith10(const uint8_t* src, uint32_t w, uint32_t h, uint32_t stride, uint32_t barrier) {
-    return [=](uint32_t n, const uint32_t* xy, uint32_t* scores) { score_10(src, w, h, barrier, n, xy, scores, stride); };
+// Detection through a public entry point, then scores through the scorer
+// pointer: the form the pipeline takes.
+template <int Arc, class Entry, class... Extra>
+auto publicDetectThenScore(Entry entry, const uint8_t* src, uint32_t w, uint32_t h, uint32_t stride,
+                           uint32_t barrier, uint32_t border, Extra... extra) {
+    return [=](uint32_t* xy, uint32_t* scores, uint32_t max, uint32_t* n) {
+        entry(src, w, h, stride, barrier, border, xy, max, n, extra...);
+        if constexpr (Arc == 9)
+            score_9(src, w, h, barrier, *n, xy, scores, stride);
+        else
+            score_10(src, w, h, barrier, *n, xy, scores, stride);
+    };
 }
 
 }  // namespace
 }  // namespace pxr::fast
 
 using pxr::fast::detectScoreSuppress;
-using pxr::fast::publicDetect;
-using pxr::fast::scoreWith10;
-using pxr::fast::scoreWith9;
+using pxr::fast::publicDetectThenScore;
 
 void make_offsets(ptrdiff_t* table, uint32_t stride) { pxr::fast::ringOffsets(table, stride); }
 
@@ -134,31 +132,33 @@ void nms_processing(const uint32_t* xy, const uint32_t* scores, uint32_t* rowSta
     *outCount = count;
 }
 
+// The score functions: the public detection entry point of their family,
+// the scorer pointer, and suppression when asked.
+
 void pxrCornerFast9Scoreu8C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                             uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t* scores, uint32_t nCornersMax,
                             uint32_t* nCorners) {
-    detectScoreSuppress(publicDetect(pxrCornerFast9u8, src, srcWidth, srcHeight, srcStride, barrier, border),
-                        scoreWith9(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax, nCorners,
-                        false, nullptr);
+    const auto detect = publicDetectThenScore<9>(pxrCornerFast9u8, src, srcWidth, srcHeight, srcStride, barrier,
+                                                 border);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, false, nullptr);
 }
 
 void pxrCornerFast9InMaskScoreu8C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                                   uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t* scores,
                                   uint32_t nCornersMax, uint32_t* nCorners, const uint8_t* bitMask,
                                   uint32_t maskWidth, uint32_t maskHeight) {
-    detectScoreSuppress(publicDetect(pxrCornerFast9InMasku8, src, srcWidth, srcHeight, srcStride, barrier, border,
-                                     bitMask, maskWidth, maskHeight),
-                        scoreWith9(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax, nCorners,
-                        false, nullptr);
+    const auto detect = publicDetectThenScore<9>(pxrCornerFast9InMasku8, src, srcWidth, srcHeight, srcStride,
+                                                 barrier, border, bitMask, maskWidth, maskHeight);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, false, nullptr);
 }
 
 void pxrCornerFast9Scoreu8_v2C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                                uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t* scores,
                                uint32_t nCornersMax, uint32_t* nCorners, uint32_t nmsEnabled, uint32_t* tempBuf) {
     if (nmsEnabled) pxr::fast::requireTempBuf9(tempBuf);
-    detectScoreSuppress(publicDetect(pxrCornerFast9u8, src, srcWidth, srcHeight, srcStride, barrier, border),
-                        scoreWith9(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax, nCorners,
-                        nmsEnabled != 0, tempBuf);
+    const auto detect = publicDetectThenScore<9>(pxrCornerFast9u8, src, srcWidth, srcHeight, srcStride, barrier,
+                                                 border);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, nmsEnabled != 0, tempBuf);
 }
 
 void pxrCornerFast9InMaskScoreu8_v2C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight,
@@ -167,19 +167,18 @@ void pxrCornerFast9InMaskScoreu8_v2C(const uint8_t* src, uint32_t srcWidth, uint
                                      const uint8_t* bitMask, uint32_t maskWidth, uint32_t maskHeight,
                                      uint32_t nmsEnabled, uint32_t* tempBuf) {
     if (nmsEnabled) pxr::fast::requireTempBuf9(tempBuf);
-    detectScoreSuppress(publicDetect(pxrCornerFast9InMasku8, src, srcWidth, srcHeight, srcStride, barrier, border,
-                                     bitMask, maskWidth, maskHeight),
-                        scoreWith9(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax, nCorners,
-                        nmsEnabled != 0, tempBuf);
+    const auto detect = publicDetectThenScore<9>(pxrCornerFast9InMasku8, src, srcWidth, srcHeight, srcStride,
+                                                 barrier, border, bitMask, maskWidth, maskHeight);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, nmsEnabled != 0, tempBuf);
 }
 
 void pxrCornerFast10Scoreu8C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                              uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t* scores,
                              uint32_t nCornersMax, uint32_t* nCorners, uint32_t nmsEnabled, uint32_t* tempBuf) {
     if (nmsEnabled) pxr::fast::requireTempBuf10(tempBuf);
-    detectScoreSuppress(publicDetect(pxrCornerFast10u8, src, srcWidth, srcHeight, srcStride, barrier, border),
-                        scoreWith10(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax,
-                        nCorners, nmsEnabled != 0, tempBuf);
+    const auto detect = publicDetectThenScore<10>(pxrCornerFast10u8, src, srcWidth, srcHeight, srcStride, barrier,
+                                                  border);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, nmsEnabled != 0, tempBuf);
 }
 
 void pxrCornerFast10InMaskScoreu8C(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
@@ -188,8 +187,7 @@ void pxrCornerFast10InMaskScoreu8C(const uint8_t* src, uint32_t srcWidth, uint32
                                    uint32_t maskWidth, uint32_t maskHeight, uint32_t nmsEnabled,
                                    uint32_t* tempBuf) {
     if (nmsEnabled) pxr::fast::requireTempBuf10(tempBuf);
-    detectScoreSuppress(publicDetect(pxrCornerFast10InMasku8, src, srcWidth, srcHeight, srcStride, barrier, border,
-                                     mask, maskWidth, maskHeight),
-                        scoreWith10(src, srcWidth, srcHeight, srcStride, barrier), xy, scores, nCornersMax,
-                        nCorners, nmsEnabled != 0, tempBuf);
+    const auto detect = publicDetectThenScore<10>(pxrCornerFast10InMasku8, src, srcWidth, srcHeight, srcStride,
+                                                  barrier, border, mask, maskWidth, maskHeight);
+    detectScoreSuppress(detect, xy, scores, nCornersMax, nCorners, nmsEnabled != 0, tempBuf);
 }

@@ -1,5 +1,6 @@
-// FAST-9 and FAST-10 detection, vector kind: one byte lane per candidate
-// pixel, N candidates of a row at a time.
+// FAST-9 and FAST-10 detection (with scores, for the score functions),
+// vector kind: one byte lane per candidate pixel, N candidates of a row at
+// a time.
 //
 // Brighter and darker are kept as byte values that are non-zero exactly
 // when the ring pixel is brighter than c + t (p -sat (c +sat t)) or darker
@@ -12,21 +13,29 @@
 // the same list and capacity rule as the reference. Rows narrower than a
 // vector use the reference's span scan; the last vector of a row is moved
 // back to end at the row's end, its lanes already decided are skipped.
+//
+// Scores come with the decision: for a corner lane the maximum over arcs of
+// the minimum brighter (or darker) value is M - t, M being the strength of
+// fast_strength-inl.h (hi and lo are exact for a corner, which has a pixel
+// above c + t or below c - t), so the score M - 1 is that maximum + t - 1.
+// A pixel has a brighter or a darker arc, never both (9 + 9 > 16).
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/features/fast/fast_detect_v.cpp"
 #include <hwy/foreach_target.h>  // IWYU pragma: keep
 #include <hwy/highway.h>
 
 #include "features/fast/fast_kernels.h"
+#include "simd/features/fast/fast_strength-inl.h"
 
 #ifndef PXR_FAST_DETECT_JOB
 #define PXR_FAST_DETECT_JOB
 namespace pxr::fast {
-// One detection call, with its mask (null: none).
+// One detection call, with its mask (null: none) and scores (null: none).
 struct DetectJob {
     const uint8_t* src;
     uint32_t width, height, stride, barrier, border;
     uint32_t* xy;
+    uint32_t* scores;
     uint32_t max;
     const BitMask* mask;
 };
@@ -37,6 +46,20 @@ HWY_BEFORE_NAMESPACE();
 namespace pxr::fast::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+// The scan of columns x0 .. x1 - 1 of a row pixel by pixel, with scores;
+// true when the list is full.
+template <int Arc, class Excluded>
+HWY_INLINE bool ScanSpanScored(const DetectJob& j, const ScanFrame& f, const uint8_t* row, uint32_t x0, uint32_t x1,
+                               uint32_t y, const Excluded& excluded, CornerSink& sink) {
+    if (!j.scores) return scanSpan<Arc>(row, f.off, f.t, x0, x1, y, excluded, sink);
+    for (uint32_t x = x0; x < x1; ++x) {
+        if (excluded(x, y) || !isCorner<Arc>(row + x, f.off, f.t)) continue;
+        j.scores[sink.count] = ScoreOne<Arc>(row + x, f.off, j.barrier);
+        if (sink.add(x, y)) return true;
+    }
+    return false;
+}
+
 #if HWY_TARGET == HWY_SCALAR
 template <int Arc, class Excluded>
 uint32_t DetectWith(const DetectJob& j, const Excluded& excluded) {
@@ -44,13 +67,16 @@ uint32_t DetectWith(const DetectJob& j, const Excluded& excluded) {
     CornerSink sink{j.xy, j.max};
     if (!f.empty())
         for (uint32_t y = f.y0; y < f.y1; ++y)
-            if (scanSpan<Arc>(j.src + y * f.stride, f.off, f.t, f.x0, f.x1, y, excluded, sink)) break;
+            if (ScanSpanScored<Arc>(j, f, j.src + y * f.stride, f.x0, f.x1, y, excluded, sink)) break;
     return sink.count;
 }
 #else
-// Lanes of the N pixels at p that pass the segment test.
+// Lanes of the N pixels at p that pass the segment test; *strength gets,
+// for those lanes, the largest over arcs of the smallest brighter or darker
+// value.
 template <int Arc, class D>
-HWY_INLINE hn::Mask<D> CornerLanes(D d, const uint8_t* HWY_RESTRICT p, const ptrdiff_t* off, hn::Vec<D> tv) {
+HWY_INLINE hn::Mask<D> CornerLanes(D d, const uint8_t* HWY_RESTRICT p, const ptrdiff_t* off, hn::Vec<D> tv,
+                                   hn::Vec<D>* strength) {
     using V = hn::Vec<D>;
     const V zero = hn::Zero(d);
     const V c = hn::LoadU(d, p);
@@ -83,7 +109,8 @@ HWY_INLINE hn::Mask<D> CornerLanes(D d, const uint8_t* HWY_RESTRICT p, const ptr
     if (!hn::AllTrue(d, hn::Eq(maybeBright, zero)))
         arcs = anyArc([&](V ringPixel) { return hn::SaturatedSub(ringPixel, hi); });
     if (!hn::AllTrue(d, hn::Eq(maybeDark, zero)))
-        arcs = hn::Or(arcs, anyArc([&](V ringPixel) { return hn::SaturatedSub(lo, ringPixel); }));
+        arcs = hn::Max(arcs, anyArc([&](V ringPixel) { return hn::SaturatedSub(lo, ringPixel); }));
+    *strength = arcs;
     return hn::Ne(arcs, zero);
 }
 
@@ -95,23 +122,30 @@ uint32_t DetectWith(const DetectJob& j, const Excluded& excluded) {
     const hn::ScalableTag<uint8_t> d;
     const uint32_t N = static_cast<uint32_t>(hn::Lanes(d));
     const auto tv = hn::Set(d, static_cast<uint8_t>(f.t));
+    // Score = strength + t - 1, which wraps only on lanes that are no corner.
+    const auto toScore = hn::Set(d, static_cast<uint8_t>(f.t - 1));
     uint8_t bits[HWY_MAX_BYTES / 8 + 8] = {};
+    HWY_ALIGN uint8_t scores[HWY_MAX_BYTES];
     for (uint32_t y = f.y0; y < f.y1; ++y) {
         const uint8_t* row = j.src + y * f.stride;
         if (f.x1 - f.x0 < N) {
-            if (scanSpan<Arc>(row, f.off, f.t, f.x0, f.x1, y, excluded, sink)) break;
+            if (ScanSpanScored<Arc>(j, f, row, f.x0, f.x1, y, excluded, sink)) break;
             continue;
         }
         // Columns below `done` are decided; the last vector ends at x1.
         for (uint32_t done = f.x0; done < f.x1;) {
             const uint32_t x = done < f.x1 - N ? done : f.x1 - N;
-            const auto corners = CornerLanes<Arc>(d, row + x, f.off, tv);
+            hn::Vec<decltype(d)> strength;
+            const auto corners = CornerLanes<Arc>(d, row + x, f.off, tv, &strength);
             if (!hn::AllFalse(d, corners)) {
+                if (j.scores) hn::Store(hn::Add(strength, toScore), d, scores);
                 const size_t bytes = hn::StoreMaskBits(d, corners, bits);
                 for (size_t b = 0; b < bytes; ++b) {
                     for (uint32_t v = bits[b]; v; v &= v - 1) {
-                        const uint32_t cx = x + static_cast<uint32_t>(8 * b + hwy::Num0BitsBelowLS1Bit_Nonzero32(v));
+                        const size_t lane = 8 * b + hwy::Num0BitsBelowLS1Bit_Nonzero32(v);
+                        const uint32_t cx = x + static_cast<uint32_t>(lane);
                         if (cx < done || excluded(cx, y)) continue;
+                        if (j.scores) j.scores[sink.count] = scores[lane];
                         if (sink.add(cx, y)) return sink.count;
                     }
                 }
@@ -143,46 +177,50 @@ HWY_EXPORT(Detect10);
 namespace {
 
 void detect(int arc, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, uint32_t barrier,
-            uint32_t border, uint32_t* xy, uint32_t max, uint32_t* nCorners, const BitMask* mask) {
-    const DetectJob job{src, width, height, stride, barrier, border, xy, max, mask};
+            uint32_t border, uint32_t* xy, uint32_t* scores, uint32_t max, uint32_t* nCorners, const BitMask* mask) {
+    const DetectJob job{src, width, height, stride, barrier, border, xy, scores, max, mask};
     *nCorners = arc == 9 ? HWY_DYNAMIC_DISPATCH(Detect9)(job) : HWY_DYNAMIC_DISPATCH(Detect10)(job);
 }
 
-void detectInMask(int arc, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, uint32_t barrier,
-                  uint32_t border, uint32_t* xy, uint32_t max, uint32_t* nCorners, const uint8_t* bits,
-                  uint32_t maskWidth, uint32_t maskHeight) {
-    const auto mask = bitMaskFor(bits, width, height, maskWidth, maskHeight);
+}  // namespace
+
+void detectScoredV(int arc, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, uint32_t barrier,
+                   uint32_t border, uint32_t* xy, uint32_t* scores, uint32_t max, uint32_t* nCorners,
+                   const uint8_t* maskBits, uint32_t maskWidth, uint32_t maskHeight) {
+    if (!maskBits) return detect(arc, src, width, height, stride, barrier, border, xy, scores, max, nCorners, nullptr);
+    const auto mask = bitMaskFor(maskBits, width, height, maskWidth, maskHeight);
     if (!mask) {
         *nCorners = 0;
         return;
     }
-    detect(arc, src, width, height, stride, barrier, border, xy, max, nCorners, &*mask);
+    detect(arc, src, width, height, stride, barrier, border, xy, scores, max, nCorners, &*mask);
 }
 
-}  // namespace
 }  // namespace pxr::fast
 
 void pxrCornerFast9u8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                        uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t nCornersMax, uint32_t* nCorners) {
-    pxr::fast::detect(9, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nCornersMax, nCorners, nullptr);
+    pxr::fast::detectScoredV(9, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nullptr, nCornersMax,
+                             nCorners, nullptr, 0, 0);
 }
 
 void pxrCornerFast9InMasku8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                              uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t nCornersMax,
                              uint32_t* nCorners, const uint8_t* bitMask, uint32_t maskWidth, uint32_t maskHeight) {
-    pxr::fast::detectInMask(9, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nCornersMax, nCorners,
-                            bitMask, maskWidth, maskHeight);
+    pxr::fast::detectScoredV(9, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nullptr, nCornersMax,
+                             nCorners, bitMask, maskWidth, maskHeight);
 }
 
 void pxrCornerFast10u8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                         uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t nCornersMax, uint32_t* nCorners) {
-    pxr::fast::detect(10, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nCornersMax, nCorners, nullptr);
+    pxr::fast::detectScoredV(10, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nullptr, nCornersMax,
+                             nCorners, nullptr, 0, 0);
 }
 
 void pxrCornerFast10InMasku8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                               uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t nCornersMax,
                               uint32_t* nCorners, const uint8_t* mask, uint32_t maskWidth, uint32_t maskHeight) {
-    pxr::fast::detectInMask(10, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nCornersMax, nCorners,
-                            mask, maskWidth, maskHeight);
+    pxr::fast::detectScoredV(10, src, srcWidth, srcHeight, srcStride, barrier, border, xy, nullptr, nCornersMax,
+                             nCorners, mask, maskWidth, maskHeight);
 }
 #endif

@@ -16,8 +16,8 @@ void pxrCornerFast10InMasku8V(const uint8_t* src, uint32_t srcWidth, uint32_t sr
                               uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t nCornersMax,
                               uint32_t* nCorners, const uint8_t* mask, uint32_t maskWidth, uint32_t maskHeight);
 
-// Scores and suppression (fast_score_v.cpp): vector detection and the
-// vector scorer called directly, then the shared suppression.
+// Scores and suppression (fast_score_v.cpp): vector detection that scores
+// as it finds, then the shared suppression.
 void pxrCornerFast9Scoreu8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,
                             uint32_t barrier, uint32_t border, uint32_t* xy, uint32_t* scores, uint32_t nCornersMax,
                             uint32_t* nCorners);
@@ -46,6 +46,14 @@ void pxrCornerFast10InMaskScoreu8V(const uint8_t* src, uint32_t srcWidth, uint32
 // (fast_score_v.cpp).
 uint32_t fast9_corner_scoreV(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier);
 uint32_t fast10_corner_scoreV(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier);
+
+namespace pxr::fast {
+// Vector detection of arc 9 or 10 that also writes each corner's score when
+// `scores` is not null; masked when maskBits is not null (fast_detect_v.cpp).
+void detectScoredV(int arc, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, uint32_t barrier,
+                   uint32_t border, uint32_t* xy, uint32_t* scores, uint32_t max, uint32_t* nCorners,
+                   const uint8_t* maskBits, uint32_t maskWidth, uint32_t maskHeight);
+}  // namespace pxr::fast
 
 PXR_VECTOR(PXR_ROW_CornerFast9u8, pxrCornerFast9u8V)
 PXR_VECTOR(PXR_ROW_CornerFast9InMasku8, pxrCornerFast9InMasku8V)

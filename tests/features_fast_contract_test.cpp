@@ -25,7 +25,8 @@ const char* conditionOf(const Member& m) {
                               "border*2 < height"
                             : "src && xy && numcorners && bitMask && stride >= width && border*2 < width && border*2 < "
                               "height";
-        return m.scored ? "src && xy && scores && numcorners && stride >= width && border*2 < width && border*2 < height"
+        return m.scored ? "src && xy && scores && numcorners && stride >= width && border*2 < width && border*2 < "
+                          "height"
                         : "src && xy && numcorners && stride >= width && border*2 < width && border*2 < height";
     }
     if (m.masked)

@@ -125,8 +125,8 @@ inline constexpr int kDy[16] = {3, 3, 2, 1, 0, -1, -2, -3, -3, -3, -2, -1, 0, 1,
 inline void paintArc(Image& img, uint32_t x, uint32_t y, int first, int length, uint8_t value) {
     for (int i = 0; i < length; ++i) {
         const int k = (first + i) & 15;
-        img.at(static_cast<uint32_t>(static_cast<int>(x) + kDx[k]), static_cast<uint32_t>(static_cast<int>(y) + kDy[k])) =
-            value;
+        const int px = static_cast<int>(x) + kDx[k], py = static_cast<int>(y) + kDy[k];
+        img.at(static_cast<uint32_t>(px), static_cast<uint32_t>(py)) = value;
     }
 }
 

@@ -1,221 +1,127 @@
-// pixora-demo: runs every operation the library offers on every kind that
-// has code for it, checks that all kinds give kind 0's bytes, writes the
-// results as PNG files and prints how long each kind took.
-#include <algorithm>
-#include <chrono>
+// pixora-demo: the library's main job.
+//   pixora-demo [options] [FIRST SECOND]
+//       detects FAST-9 corners in FIRST and tracks them into SECOND with
+//       pyramidal Lucas-Kanade on every kind, checks that all kinds agree
+//       with kind 0, prints per kind the corners, tracked features and
+//       times, and draws the tracks (default: a real 640x480 frame pair);
+//   pixora-demo --operations [options] [IMAGE]
+//       runs every filter, colour and scaling operation on every kind,
+//       checks them against kind 0 and writes the results as PNG files.
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "pixora.h"
-#include "simd/target_info.h"
-#include "tools/demo/image_io.h"
-#include "tools/demo/kinds.h"
-#include "tools/demo/operations.h"
-#include "tools/demo/test_pattern.h"
+#include "tools/demo/operations_check.h"
+#include "tools/demo/track.h"
+
+#ifndef PIXORA_PHOTO_DIR
+#define PIXORA_PHOTO_DIR "/usr/share/doc/opencv-doc/examples/data"
+#endif
 
 namespace {
 
-using namespace pxr::demo;
-
-struct Options {
-    std::string input;  // empty: the built-in test pattern
-    std::string outDir = "pixora-demo-out";
-    int repeat = 5;
-};
-
-void usage(std::FILE* to) {
-    std::fprintf(to,
-                 "usage: pixora-demo [-o DIR] [-r N] [IMAGE]\n"
-                 "  IMAGE     a PNG or JPEG file (colour is converted to grey);\n"
-                 "            without it a built-in 1024x768 test pattern is used\n"
-                 "  -o DIR    where the result PNG files go (default pixora-demo-out)\n"
-                 "  -r N      timed runs per operation and kind, the median is shown (default 5)\n");
+void usage(std::FILE *to) {
+  std::fprintf(
+      to,
+      "usage: pixora-demo [-o DIR] [-r N] [-t T] [-w W] [-l L] [FIRST SECOND]\n"
+      "       pixora-demo --operations [-o DIR] [-r N] [IMAGE]\n"
+      "  FIRST SECOND  two frames (PNG or JPEG) of one size; default the frame "
+      "pair\n"
+      "                " PIXORA_PHOTO_DIR "/basketball{1,2}.png\n"
+      "  --operations  every filter, colour and scaling operation on every "
+      "kind;\n"
+      "                IMAGE is a PNG or JPEG file, else a built-in test "
+      "pattern\n"
+      "  -o DIR        where the result PNG files go (default "
+      "pixora-demo-out)\n"
+      "  -r N          timed runs per kind, the median is shown (default 5)\n"
+      "  -t T          FAST threshold (default 20)\n"
+      "  -w W          tracking window side, odd (default 15)\n"
+      "  -l L          pyramid levels, 1 to 8 (default 4)\n");
 }
 
-// Returns 0 to go on, or the exit status.
-int parse(int argc, char** argv, Options& opt) {
-    for (int i = 1; i < argc; ++i) {
-        const std::string a = argv[i];
-        if (a == "-h" || a == "--help") {
-            usage(stdout);
-            return -1;
-        }
-        if ((a == "-o" || a == "--out" || a == "-r" || a == "--repeat") && i + 1 < argc) {
-            const char* value = argv[++i];
-            if (a[1] == 'o' || a == "--out") {
-                opt.outDir = value;
-            } else {
-                char* end = nullptr;
-                const long n = std::strtol(value, &end, 10);
-                if (*end || n < 1 || n > 10000) {
-                    std::fprintf(stderr, "pixora-demo: -r needs a count from 1 to 10000\n");
-                    return 2;
-                }
-                opt.repeat = static_cast<int>(n);
-            }
-        } else if (!a.empty() && a[0] == '-') {
-            usage(stderr);
-            return 2;
-        } else if (opt.input.empty()) {
-            opt.input = a;
-        } else {
-            usage(stderr);
-            return 2;
-        }
-    }
-    return 0;
+bool number(const char *text, long lo, long hi, long &out) {
+  char *end = nullptr;
+  out = std::strtol(text, &end, 10);
+  return end != text && !*end && out >= lo && out <= hi;
 }
 
-// One operation on one kind.
-struct Run {
-    uint32_t kind;
-    int status;
-    double ms;                  // median of the timed runs
-    std::vector<uint8_t> out;   // the first run's output
-    size_t differing = 0;       // pixels that differ from kind 0's output
-};
+} // namespace
 
-Run runOnKind(const Operation& op, uint32_t kind, const Image& src, int repeat) {
-    Run r{kind, 0, 0.0, std::vector<uint8_t>(src.pixels.size(), 0), 0};
-    const SrcView in{src.pixels.data(), src.width, src.height, src.width};
-    const DstView out{r.out.data(), src.width, src.height, src.width};
-    const ForcedKind forced(op.row, kind);
-    r.status = op.run(in, out);
-
-    // Timed runs write into a scratch buffer so the checked output stays that of one call.
-    std::vector<uint8_t> scratch(src.pixels.size(), 0);
-    const DstView timed{scratch.data(), src.width, src.height, src.width};
-    std::vector<double> times;
-    for (int i = 0; i < repeat; ++i) {
-        const auto t0 = std::chrono::steady_clock::now();
-        op.run(in, timed);
-        const auto t1 = std::chrono::steady_clock::now();
-        times.push_back(std::chrono::duration<double, std::milli>(t1 - t0).count());
+int main(int argc, char **argv) {
+  bool operations = false;
+  std::string outDir = "pixora-demo-out";
+  long repeat = 5, barrier = 20, window = 15, levels = 4;
+  std::vector<std::string> files;
+  for (int i = 1; i < argc; ++i) {
+    const std::string a = argv[i];
+    if (a == "-h" || a == "--help") {
+      usage(stdout);
+      return 0;
     }
-    std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
-    r.ms = times[times.size() / 2];
-    return r;
-}
-
-std::string kindName(uint32_t kind) { return pxrImplChar[kind]; }
-
-// The kinds of each row the demo uses: own code, a copy of a lower kind's, or nothing.
-void printKinds() {
-    std::printf("Kinds per row (x: own code; =K: the column repeats kind K's code; .: empty)\n");
-    std::printf("  %-4s", "row");
-    for (uint32_t k = 0; k < PIXORA_NUM_KINDS; ++k) std::printf(" %-6s", pxrImplChar[k]);
-    std::printf(" operations\n");
-    std::vector<uint32_t> seen;
-    for (const Operation& op : operations()) {
-        if (std::find(seen.begin(), seen.end(), op.row) != seen.end()) continue;
-        seen.push_back(op.row);
-        std::string names;
-        for (const Operation& other : operations())
-            if (other.row == op.row) {
-                if (!names.empty()) names += ',';
-                names += other.name + 3;  // without the "pxr" prefix
-            }
-        std::printf("  %-4u", op.row);
-        for (uint32_t k = 0; k < PIXORA_NUM_KINDS; ++k) {
-            if (kindHasOwnCode(op.row, k))
-                std::printf(" %-6s", "x");
-            else if (kindPresent(op.row, k))
-                std::printf(" =%-5s", pxrImplChar[aliasOf(op.row, k)]);
-            else
-                std::printf(" %-6s", ".");
-        }
-        std::printf(" %s\n", names.c_str());
+    if (a == "--operations") {
+      operations = true;
+      continue;
     }
-    std::printf("\n");
-}
-
-size_t countDifferences(const std::vector<uint8_t>& a, const std::vector<uint8_t>& b) {
-    size_t n = 0;
-    for (size_t i = 0; i < a.size(); ++i) n += a[i] != b[i];
-    return n;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    Options opt;
-    if (int rc = parse(argc, argv, opt)) return rc < 0 ? 0 : rc;
-
-    Image image;
-    if (opt.input.empty()) {
-        image = testPattern();
-    } else {
-        std::string error;
-        if (!readImage(opt.input, image, error)) {
-            std::fprintf(stderr, "pixora-demo: %s\n", error.c_str());
-            return 1;
-        }
+    if (a.size() == 2 && a[0] == '-' &&
+        std::string("ortwl").find(a[1]) != std::string::npos) {
+      if (i + 1 >= argc) {
+        usage(stderr);
+        return 2;
+      }
+      const char *value = argv[++i];
+      bool ok = true;
+      switch (a[1]) {
+      case 'o':
+        outDir = value;
+        break;
+      case 'r':
+        ok = number(value, 1, 10000, repeat);
+        break;
+      case 't':
+        ok = number(value, 0, 255, barrier);
+        break;
+      case 'w':
+        ok = number(value, 5, 99, window) && (window & 1);
+        break;
+      default:
+        ok = number(value, 1, 8, levels);
+        break;
+      }
+      if (!ok) {
+        std::fprintf(stderr, "pixora-demo: bad value for %s: %s\n", a.c_str(),
+                     value);
+        return 2;
+      }
+      continue;
     }
-    const bool wasColour = image.channels != 1;
-    image = toGrey(image);
-    if (image.width < 8 || image.height < 8) {
-        std::fprintf(stderr, "pixora-demo: the image must be at least 8x8 pixels\n");
-        return 1;
+    if (!a.empty() && a[0] == '-') {
+      usage(stderr);
+      return 2;
     }
+    files.push_back(a);
+  }
 
-    const uint32_t modeStatus = pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE);
-    char version[16] = {};
-    pxrGetVersion(version, sizeof version);
-    std::printf("Pixora %s; pixora-demo: %s, %ux%u%s\n", version, opt.input.empty() ? "built-in test pattern" : opt.input.c_str(),
-                image.width, image.height, wasColour ? " (converted to grey)" : "");
-    std::printf("mode CPU_PERFORMANCE (status %u); vector target %s\n\n", modeStatus,
-                pxr::simd::chosenTargetName());
-    printKinds();
-
-    std::error_code ec;
-    std::filesystem::create_directories(opt.outDir, ec);
-    std::string error;
-    if (ec || !writePng(opt.outDir + "/input.png", image, error)) {
-        std::fprintf(stderr, "pixora-demo: cannot write to %s: %s\n", opt.outDir.c_str(),
-                     ec ? ec.message().c_str() : error.c_str());
-        return 1;
+  if (operations) {
+    if (files.size() > 1) {
+      usage(stderr);
+      return 2;
     }
-
-    const double megapixels = double(image.width) * image.height / 1e6;
-    std::printf("%-26s %-18s %-6s %10s %9s %10s  %s\n", "operation", "settings", "kind", "ms", "x CPU",
-                "Mpixel/s", "result");
-    int failures = 0;
-    for (const Operation& op : operations()) {
-        std::vector<Run> runs;
-        for (uint32_t k = 0; k < PIXORA_NUM_KINDS; ++k)
-            if (kindHasOwnCode(op.row, k)) runs.push_back(runOnKind(op, k, image, opt.repeat));
-        const Run& ref = runs.front();  // kind 0 always has code of its own
-        for (Run& r : runs) {
-            r.differing = countDifferences(r.out, ref.out);
-            std::string result = r.kind == 0 ? "reference" : "same as CPU";
-            if (r.status != ref.status)
-                result = "status " + std::to_string(r.status) + ", CPU gave " + std::to_string(ref.status);
-            else if (r.differing)
-                result = "DIFFERS in " + std::to_string(r.differing) + " pixels";
-            if (r.status != ref.status || r.differing) {
-                ++failures;
-                const std::string path = opt.outDir + "/" + op.name + "_" + kindName(r.kind) + ".png";
-                writePng(path, r.out.data(), image.width, image.height, image.width, 1, error);
-            }
-            std::printf("%-26s %-18s %-6s %10.3f %9.2f %10.1f  %s\n", op.name, op.settings,
-                        pxrImplChar[r.kind], r.ms, ref.ms / r.ms, megapixels / (r.ms / 1e3), result.c_str());
-        }
-        if (!writePng(opt.outDir + "/" + op.name + ".png", ref.out.data(), image.width, image.height,
-                      image.width, 1, error)) {
-            std::fprintf(stderr, "pixora-demo: %s\n", error.c_str());
-            return 1;
-        }
-    }
-    std::printf("\nResults in %s/ (input.png and one PNG per operation).\n", opt.outDir.c_str());
-    if (failures) {
-        std::printf("FAILED: %d kind(s) differ from the CPU reference (their outputs are saved beside it)\n",
-                    failures);
-        return 1;
-    }
-    std::printf("Every kind gave the CPU reference's bytes.\n");
-    return 0;
+    return pxr::demo::runOperationsCheck(
+        {files.empty() ? "" : files[0], outDir, static_cast<int>(repeat)});
+  }
+  if (files.size() == 1 || files.size() > 2) {
+    usage(stderr);
+    return 2;
+  }
+  pxr::demo::TrackOptions opt;
+  opt.first = files.empty() ? PIXORA_PHOTO_DIR "/basketball1.png" : files[0];
+  opt.second = files.empty() ? PIXORA_PHOTO_DIR "/basketball2.png" : files[1];
+  opt.outDir = outDir;
+  opt.repeat = static_cast<int>(repeat);
+  opt.barrier = static_cast<uint32_t>(barrier);
+  opt.window = static_cast<uint32_t>(window);
+  opt.levels = static_cast<uint32_t>(levels);
+  return pxr::demo::runTrack(opt);
 }

@@ -7,12 +7,12 @@
 namespace pxr::demo {
 
 struct CheckOptions {
-  std::string input; // empty: the built-in test pattern
-  std::string outDir;
-  int repeat = 5;
+    std::string input;  // empty: the built-in test pattern
+    std::string outDir;
+    int repeat = 5;
 };
 
 // Returns the process exit status: 0 when every kind gave kind 0's bytes.
-int runOperationsCheck(const CheckOptions &opt);
+int runOperationsCheck(const CheckOptions& opt);
 
-} // namespace pxr::demo
+}  // namespace pxr::demo

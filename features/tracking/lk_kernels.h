@@ -4,13 +4,11 @@
 //
 // Summation order. Every sum over a window is taken column by column: each
 // column has an accumulator that starts at 0 and adds the column's samples
-// from the top row down; the column totals are then added from the left
-// column to the right, starting from 0. A vector of any width reproduces
-// this bit for bit by holding columns in its lanes and doing the last,
-// left-to-right addition in scalar code. Columns are processed in chunks
-// (chunkLength) only to bound the accumulator arrays; chunks do not change
-// the order. The library is compiled with -ffp-contract=off, so no product
-// is fused into a sum.
+// from the top row down; the column totals are then added in a fixed order
+// (addColumns), chunk by chunk (chunkLength) from the left. A vector of any
+// width reproduces this bit for bit by holding columns in its lanes and
+// doing the last additions in the same scalar code. The library is
+// compiled with -ffp-contract=off, so no product is fused into a sum.
 #pragma once
 
 #include <algorithm>
@@ -44,18 +42,20 @@ inline bool adjustRect(const Rect& r, int64_t width, int64_t height, Rect& clipp
     return true;
 }
 
-// Bilinear weights of the top-left, top-right, bottom-left and
-// bottom-right pixels for fractions (ax, ay).
+// Bilinear weights for fractions (ax, ay): 1 - ax and ax across, 1 - ay
+// and ay down.
 struct Weights {
-    float w00, w01, w10, w11;
+    float x0, x1, y0, y1;
 };
 
-inline Weights bilinearWeights(float ax, float ay) {
-    return {(1.0f - ax) * (1.0f - ay), ax * (1.0f - ay), (1.0f - ax) * ay, ax * ay};
-}
+inline Weights bilinearWeights(float ax, float ay) { return {1.0f - ax, ax, 1.0f - ay, ay}; }
 
+// Across first, in each of the two rows, then down. (A kernel that keeps
+// the across value of a row for the sample below gets the same bits.)
 inline float bilinear(float p00, float p01, float p10, float p11, const Weights& w) {
-    return (p00 * w.w00 + p01 * w.w01) + (p10 * w.w10 + p11 * w.w11);
+    const float top = p00 * w.x0 + p01 * w.x1;
+    const float bottom = p10 * w.x0 + p11 * w.x1;
+    return top * w.y0 + bottom * w.y1;
 }
 
 // n samples whose pixels are all inside: sample k from columns k and k + 1
@@ -71,44 +71,77 @@ inline void bilinearSpan(const uint8_t* r0, const uint8_t* r1, float* out, int64
 // The core passes the centre of the kept window minus half a pixel, so an
 // unclipped W x H window is centred on the feature itself.
 // Interpolation: from the floor (x0, y0) of the first sample's position
-// with the fractions ax, ay, the same for every sample.
+// with the fractions ax, ay, the same for every sample; across, then down
+// (bilinear()).
 // Border: pixels outside the image are replaced by the nearest edge pixel
 // (adjustRect gives the part of the rectangle that is inside).
 // Failure (-1): null pointers, an empty patch or image, a first sample at
 // or beyond 2^30 pixels (or NaN); (-2): the n + 1 by m + 1 pixels the
 // samples need lie wholly outside the image.
-//
-// `span` computes the samples whose pixels are all inside (bilinearSpan's
-// contract); the vector kind passes its own.
-template <class Span>
-int samplePatch(Span&& span, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, float* dst,
-                int32_t n, int32_t m, float cx, float cy) {
+
+// Where a patch's samples fall: the first pixel (ix, iy), the weights, and
+// the samples [lo, hi) of each row whose two columns are both inside.
+struct SampleSetup {
+    int64_t ix, iy;
+    Weights w;
+    Rect inside;
+    int64_t lo, hi;
+    // Source row of sample row r (r = m for the bottom pixels of the last).
+    const uint8_t* row(const uint8_t* src, uint32_t height, uint32_t stride, int64_t r) const {
+        return src + static_cast<size_t>(std::clamp<int64_t>(iy + r, 0, int64_t{height} - 1)) * stride;
+    }
+};
+
+// The samples of one row outside [lo, hi), from rows r0 and r1, with the
+// columns clamped to the image.
+inline void sampleEdges(const SampleSetup& s, const uint8_t* r0, const uint8_t* r1, uint32_t width, float* out,
+                        int32_t n) {
+    const int64_t lastX = int64_t{width} - 1;
+    auto edge = [&](int64_t k) {
+        const int64_t xa = std::clamp<int64_t>(s.ix + k, 0, lastX), xb = std::clamp<int64_t>(s.ix + k + 1, 0, lastX);
+        return bilinear(r0[xa], r0[xb], r1[xa], r1[xb], s.w);
+    };
+    for (int64_t k = 0; k < s.lo && k < n; ++k) out[k] = edge(k);
+    for (int64_t k = std::max(s.hi, s.lo); k < n; ++k) out[k] = edge(k);
+}
+
+// 0 with the setup filled, or the failure code.
+inline int setupSample(const uint8_t* src, uint32_t width, uint32_t height, const float* dst, int32_t n, int32_t m,
+                       float cx, float cy, SampleSetup& s) {
     if (!src || !dst || n < 1 || m < 1 || width == 0 || height == 0) return -1;
     const float x0 = cx + 0.5f - 0.5f * static_cast<float>(n - 1);
     const float y0 = cy + 0.5f - 0.5f * static_cast<float>(m - 1);
     if (!usablePosition(x0) || !usablePosition(y0)) return -1;
     const float fx = std::floor(x0), fy = std::floor(y0);
-    const int64_t ix = static_cast<int64_t>(fx), iy = static_cast<int64_t>(fy);
-    Rect inside;
-    if (!adjustRect({ix, iy, int64_t{n} + 1, int64_t{m} + 1}, width, height, inside)) return -2;
-    const Weights w = bilinearWeights(x0 - fx, y0 - fy);
-    // Samples [lo, hi) have both their columns inside.
-    const int64_t lo = inside.x - ix;
-    const int64_t hi = std::max(lo, inside.x + inside.width - 1 - ix);
-    const int64_t lastX = int64_t{width} - 1, lastY = int64_t{height} - 1;
-    auto edge = [&](const uint8_t* r0, const uint8_t* r1, int64_t k) {
-        const int64_t xa = std::clamp<int64_t>(ix + k, 0, lastX), xb = std::clamp<int64_t>(ix + k + 1, 0, lastX);
-        return bilinear(r0[xa], r0[xb], r1[xa], r1[xb], w);
-    };
+    s.ix = static_cast<int64_t>(fx);
+    s.iy = static_cast<int64_t>(fy);
+    if (!adjustRect({s.ix, s.iy, int64_t{n} + 1, int64_t{m} + 1}, width, height, s.inside)) return -2;
+    s.w = bilinearWeights(x0 - fx, y0 - fy);
+    s.lo = s.inside.x - s.ix;
+    s.hi = std::max(s.lo, s.inside.x + s.inside.width - 1 - s.ix);
+    return 0;
+}
+
+// The samples row by row; `span` computes the samples whose pixels are all
+// inside (bilinearSpan's contract), the others replicate the edges here.
+template <class Span>
+void sampleRows(Span&& span, const SampleSetup& s, const uint8_t* src, uint32_t width, uint32_t height,
+                uint32_t stride, float* dst, int32_t n, int32_t m) {
     for (int64_t r = 0; r < m; ++r) {
-        const int64_t ya = std::clamp<int64_t>(iy + r, 0, lastY), yb = std::clamp<int64_t>(iy + r + 1, 0, lastY);
-        const uint8_t* r0 = src + static_cast<size_t>(ya) * stride;
-        const uint8_t* r1 = src + static_cast<size_t>(yb) * stride;
+        const uint8_t* r0 = s.row(src, height, stride, r);
+        const uint8_t* r1 = s.row(src, height, stride, r + 1);
         float* out = dst + static_cast<size_t>(r) * static_cast<size_t>(n);
-        for (int64_t k = 0; k < lo && k < n; ++k) out[k] = edge(r0, r1, k);
-        if (hi > lo) span(r0 + inside.x, r1 + inside.x, out + lo, hi - lo, w);
-        for (int64_t k = std::max(hi, lo); k < n; ++k) out[k] = edge(r0, r1, k);
+        sampleEdges(s, r0, r1, width, out, n);
+        if (s.hi > s.lo) span(r0 + s.inside.x, r1 + s.inside.x, out + s.lo, s.hi - s.lo, s.w);
     }
+}
+
+template <class Span>
+int samplePatch(Span&& span, const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, float* dst,
+                int32_t n, int32_t m, float cx, float cy) {
+    SampleSetup s;
+    if (const int rc = setupSample(src, width, height, dst, n, m, cx, cy, s)) return rc;
+    sampleRows(span, s, src, width, height, stride, dst, n, m);
     return 0;
 }
 
@@ -179,10 +212,29 @@ inline void mismatchColumns(const float* i, int32_t iStride, const float* j, int
     }
 }
 
-// Left-to-right addition of n column totals onto `total`.
+// The n column totals of a chunk added onto `total`: eight running sums,
+// column c going to sum c mod 8 from left to right, then added in a fixed
+// tree, ((s0 + s1) + (s2 + s3)) + ((s4 + s5) + (s6 + s7)). (Eight short
+// chains instead of one long one.)
 inline float addColumns(float total, const float* columns, int32_t n) {
-    for (int32_t c = 0; c < n; ++c) total += columns[c];
-    return total;
+    float s0 = 0.0f, s1 = 0.0f, s2 = 0.0f, s3 = 0.0f, s4 = 0.0f, s5 = 0.0f, s6 = 0.0f, s7 = 0.0f;
+    int32_t c = 0;
+    for (; c + 8 <= n; c += 8) {
+        const float* p = columns + c;
+        s0 += p[0], s1 += p[1], s2 += p[2], s3 += p[3], s4 += p[4], s5 += p[5], s6 += p[6], s7 += p[7];
+    }
+    const float* p = columns + c;
+    switch (n - c) {  // the last columns, to sums 0 .. n - c - 1
+        case 7: s6 += p[6]; [[fallthrough]];
+        case 6: s5 += p[5]; [[fallthrough]];
+        case 5: s4 += p[4]; [[fallthrough]];
+        case 4: s3 += p[3]; [[fallthrough]];
+        case 3: s2 += p[2]; [[fallthrough]];
+        case 2: s1 += p[1]; [[fallthrough]];
+        case 1: s0 += p[0]; break;
+        default: break;
+    }
+    return total + (((s0 + s1) + (s2 + s3)) + ((s4 + s5) + (s6 + s7)));
 }
 
 // Whole-window sums over chunks; `columns` fills the accumulators of

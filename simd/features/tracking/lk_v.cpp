@@ -2,15 +2,17 @@
 // vector patch kernels. Window columns sit in lanes: the bilinear samples
 // and the derivatives are element-wise; the sums keep one accumulator per
 // column in each lane, added down the rows, and the column totals are added
-// left to right in scalar code, exactly the reference's order, so every
-// float comes out bit for bit the same at any vector width. A row is done
-// in vectors of up to 16 lanes, its tail in a narrower vector that overlaps
-// columns already done (recomputing identical values); spans narrower than
-// four columns use the reference's scalar kernels.
+// by the reference's own scalar code, so every float comes out bit for bit
+// the same at any vector width. The sampler keeps each row's across values
+// for the row below; samples with a pixel outside the image, and spans
+// narrower than four columns, use the reference's scalar code.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/features/tracking/lk_v.cpp"
 #include <hwy/foreach_target.h>  // IWYU pragma: keep
 #include <hwy/highway.h>
+
+#include <algorithm>
+#include <utility>
 
 #include "features/tracking/lk_kernels.h"
 
@@ -18,78 +20,166 @@ HWY_BEFORE_NAMESPACE();
 namespace pxr::lk::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Calls block(d, c) for vectors of d's lanes covering columns [a, b); a
-// tail narrower than half a vector goes to a narrower tag, otherwise to a
-// last vector that ends at b. Spans narrower than every vector go to
-// scalar(a, b).
-template <size_t kCap, class Block, class Scalar>
-HWY_INLINE void BlocksOf(int32_t a, int32_t b, Block& block, Scalar& scalar) {
-    const hn::CappedTag<float, kCap> d;
+// Column blocks. A span of n columns is covered by vectors of one width:
+// the widest that still gives two vectors (at most 16 lanes), whole
+// vectors from the left and a last one ending at n, which overlaps the one
+// before and recomputes identical values. Up to four blocks go down the
+// rows together, so that their accumulators form independent chains.
+// Spans narrower than four columns use the reference's scalar code.
+inline constexpr int32_t kMaxBlocks = kChunkCapacity;  // one-lane vectors included
+inline constexpr int kGroup = 4;
+
+template <class D, class Body>
+HWY_INLINE void BlocksOfTag(D d, int32_t n, Body& body) {
     const int32_t N = static_cast<int32_t>(hn::Lanes(d));
-    int32_t c = a;
-    for (; c + N <= b; c += N) block(d, c);
-    if (c == b) return;
-    if constexpr (kCap > 4) {
-        if (b - c <= N / 2) {
-            BlocksOf<kCap / 2>(c, b, block, scalar);
-            return;
+    int32_t at[kMaxBlocks + kGroup];
+    int32_t count = 0;
+    for (int32_t c = 0; c + N <= n; c += N) at[count++] = c;
+    if (at[count - 1] + N < n) at[count++] = n - N;
+    for (int32_t g = 0; g < count; g += kGroup) {
+        switch (std::min(kGroup, count - g)) {
+            case 1: body.template operator()<1>(d, at + g); break;
+            case 2: body.template operator()<2>(d, at + g); break;
+            case 3: body.template operator()<3>(d, at + g); break;
+            default: body.template operator()<4>(d, at + g); break;
         }
     }
-    if (b - a >= N)
-        block(d, b - N);
+}
+
+// f(k) for k = 0 .. K-1 as compile-time constants, so that arrays indexed
+// by k stay in registers.
+template <int K, class F>
+HWY_INLINE void Each(F&& f) {
+    [&]<int... k>(std::integer_sequence<int, k...>) HWY_ATTR { (f(std::integral_constant<int, k>{}), ...); }
+    (std::make_integer_sequence<int, K>{});
+}
+
+// n columns (at most kChunkCapacity): body<K>(d, offsets) for groups of
+// blocks, or scalar(0, n) when n < 4.
+template <class Body, class Scalar>
+HWY_INLINE void ColumnGroups(int32_t n, Body&& body, Scalar&& scalar) {
+    const hn::CappedTag<float, 16> d16;
+    const hn::CappedTag<float, 8> d8;
+    const hn::CappedTag<float, 4> d4;
+    if (n >= 2 * static_cast<int32_t>(hn::Lanes(d16)))
+        BlocksOfTag(d16, n, body);
+    else if (n >= 2 * static_cast<int32_t>(hn::Lanes(d8)))
+        BlocksOfTag(d8, n, body);
+    else if (n >= static_cast<int32_t>(hn::Lanes(d4)) && n >= 4)
+        BlocksOfTag(d4, n, body);
     else
-        scalar(c, b);
+        scalar(0, n);
 }
 
-template <class Block, class Scalar>
-HWY_INLINE void ColumnBlocks(int32_t a, int32_t b, Block&& block, Scalar&& scalar) {
-    BlocksOf<16>(a, b, block, scalar);
+// Bytes at p as float lanes of d.
+template <class D>
+HWY_INLINE hn::Vec<D> Pixels(D d, const uint8_t* p) {
+    const hn::Rebind<uint8_t, D> d8;
+    const hn::Rebind<int32_t, D> di;
+    return hn::ConvertTo(d, hn::PromoteTo(di, hn::LoadU(d8, p)));
 }
 
-// n samples from the two rows (bilinearSpan's contract).
-HWY_INLINE void BilinearSpan(const uint8_t* r0, const uint8_t* r1, float* out, int32_t n, const Weights& w) {
-    auto block = [&](auto d, int32_t c) HWY_ATTR {
-        using D = decltype(d);
-        const hn::Rebind<uint8_t, D> d8;
-        const hn::Rebind<int32_t, D> di;
-        auto px = [&](const uint8_t* p) HWY_ATTR { return hn::ConvertTo(d, hn::PromoteTo(di, hn::LoadU(d8, p))); };
-        const auto top = hn::Add(hn::Mul(px(r0 + c), hn::Set(d, w.w00)), hn::Mul(px(r0 + c + 1), hn::Set(d, w.w01)));
-        const auto bottom =
-            hn::Add(hn::Mul(px(r1 + c), hn::Set(d, w.w10)), hn::Mul(px(r1 + c + 1), hn::Set(d, w.w11)));
-        hn::StoreU(hn::Add(top, bottom), d, out + c);
-    };
-    auto scalar = [&](int32_t a, int32_t b) { bilinearSpan(r0 + a, r1 + a, out + a, b - a, w); };
-    ColumnBlocks(0, n, block, scalar);
+// The across value of a row: p[k] (1 - ax) + p[k + 1] ax.
+template <class D>
+HWY_INLINE hn::Vec<D> Across(D d, const uint8_t* p, hn::Vec<D> x0, hn::Vec<D> x1) {
+    return hn::Add(hn::Mul(Pixels(d, p), x0), hn::Mul(Pixels(d, p + 1), x1));
 }
 
 int SamplePatch(const uint8_t* src, uint32_t width, uint32_t height, uint32_t stride, float* dst, int32_t n,
                 int32_t m, float cx, float cy) {
-    auto span = [](const uint8_t* r0, const uint8_t* r1, float* out, int64_t count, const Weights& w) HWY_ATTR {
-        BilinearSpan(r0, r1, out, static_cast<int32_t>(count), w);
+    SampleSetup s;
+    if (const int rc = setupSample(src, width, height, dst, n, m, cx, cy, s)) return rc;
+    // Samples with a pixel outside: the reference's edge code.
+    if (s.lo > 0 || s.hi < n)
+        for (int64_t r = 0; r < m; ++r)
+            sampleEdges(s, s.row(src, height, stride, r), s.row(src, height, stride, r + 1), width,
+                        dst + static_cast<size_t>(r) * static_cast<size_t>(n), n);
+    if (s.hi <= s.lo) return 0;
+    // The others in column blocks down the rows, each row's across values
+    // computed once and kept for the sample below.
+    const int32_t span = static_cast<int32_t>(s.hi - s.lo);
+    float* out0 = dst + s.lo;
+    const Weights w = s.w;
+    const uint8_t* const base = src + s.inside.x;
+    const int64_t iy = s.iy, lastY = int64_t{height} - 1;
+    const bool rowsInside = iy >= 0 && iy + m <= lastY;
+    auto rowAt = [base, iy, lastY, stride](int64_t r) HWY_ATTR {
+        return base + static_cast<size_t>(std::clamp<int64_t>(iy + r, 0, lastY)) * stride;
     };
-    return samplePatch(span, src, width, height, stride, dst, n, m, cx, cy);
+    auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+        using V = hn::Vec<decltype(d)>;
+        const V x0 = hn::Set(d, w.x0), x1 = hn::Set(d, w.x1), y0 = hn::Set(d, w.y0), y1 = hn::Set(d, w.y1);
+        int32_t off[K];
+        V above[K];
+        const uint8_t* top = rowAt(0);
+        Each<K>([&](auto k) HWY_ATTR {
+            off[k] = at[k];
+            above[k] = Across(d, top + off[k], x0, x1);
+        });
+        float* out = out0;
+        const int32_t rows = m, step = n;
+        auto down = [&](const uint8_t* row) HWY_ATTR {
+            Each<K>([&](auto k) HWY_ATTR {
+                const V below = Across(d, row + off[k], x0, x1);
+                hn::StoreU(hn::Add(hn::Mul(above[k], y0), hn::Mul(below, y1)), d, out + off[k]);
+                above[k] = below;
+            });
+        };
+        if (rowsInside) {
+            for (int32_t r = 0; r < rows; ++r, out += step) down(top += stride);
+        } else {
+            for (int32_t r = 0; r < rows; ++r, out += step) down(rowAt(r + 1));
+        }
+    };
+    auto scalar = [&](int32_t a, int32_t b) {
+        for (int32_t r = 0; r < m; ++r)
+            bilinearSpan(rowAt(r) + a, rowAt(r + 1) + a, out0 + static_cast<size_t>(r) * n + a, b - a, w);
+    };
+    if (span > kChunkCapacity) {
+        for (int32_t first = 0; first < span;) {
+            const int32_t len = chunkLength(first, span);
+            auto shifted = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+                int32_t moved[K];
+                for (int k = 0; k < K; ++k) moved[k] = at[k] + first;
+                body.template operator()<K>(d, moved);
+            };
+            auto scalarShifted = [&](int32_t a, int32_t b) { scalar(a + first, b + first); };
+            ColumnGroups(len, shifted, scalarShifted);
+            first += len;
+        }
+    } else {
+        ColumnGroups(span, body, scalar);
+    }
+    return 0;
 }
 
 void Derivatives(const float* src, int32_t srcStride, int32_t width, int32_t height, float* ix, float* iy,
                  int32_t dstStride) {
-    for (int32_t r = 0; r < height; ++r) {
-        const float* u = src + static_cast<ptrdiff_t>(r) * srcStride;
-        const float* c = u + srcStride;
-        const float* l = c + srcStride;
-        float* ox = ix + static_cast<ptrdiff_t>(r) * dstStride;
-        float* oy = iy + static_cast<ptrdiff_t>(r) * dstStride;
-        auto block = [&](auto d, int32_t x) HWY_ATTR {
-            const auto centre = hn::Set(d, kScharrCentre), side = hn::Set(d, kScharrSide);
-            const auto u0 = hn::LoadU(d, u + x), u1 = hn::LoadU(d, u + x + 1), u2 = hn::LoadU(d, u + x + 2);
-            const auto l0 = hn::LoadU(d, l + x), l1 = hn::LoadU(d, l + x + 1), l2 = hn::LoadU(d, l + x + 2);
-            const auto s0 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x)), hn::Mul(side, hn::Add(u0, l0)));
-            const auto s2 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x + 2)), hn::Mul(side, hn::Add(u2, l2)));
-            hn::StoreU(hn::Sub(s2, s0), d, ox + x);
-            const auto d0 = hn::Sub(l0, u0), d1 = hn::Sub(l1, u1), d2 = hn::Sub(l2, u2);
-            hn::StoreU(hn::Add(hn::Mul(centre, d1), hn::Mul(side, hn::Add(d0, d2))), d, oy + x);
-        };
-        auto scalar = [&](int32_t a, int32_t b) { derivativeRow(u, c, l, ox, oy, a, b); };
-        ColumnBlocks(0, width, block, scalar);
+    for (int32_t first = 0; first < width;) {
+        const int32_t len = chunkLength(first, width);
+        for (int32_t r = 0; r < height; ++r) {
+            const float* u = src + static_cast<ptrdiff_t>(r) * srcStride + first;
+            const float* c = u + srcStride;
+            const float* l = c + srcStride;
+            float* ox = ix + static_cast<ptrdiff_t>(r) * dstStride + first;
+            float* oy = iy + static_cast<ptrdiff_t>(r) * dstStride + first;
+            auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+                const auto centre = hn::Set(d, kScharrCentre), side = hn::Set(d, kScharrSide);
+                Each<K>([&](auto k) HWY_ATTR {
+                    const int32_t x = at[k];
+                    const auto u0 = hn::LoadU(d, u + x), u1 = hn::LoadU(d, u + x + 1), u2 = hn::LoadU(d, u + x + 2);
+                    const auto l0 = hn::LoadU(d, l + x), l1 = hn::LoadU(d, l + x + 1), l2 = hn::LoadU(d, l + x + 2);
+                    const auto s0 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x)), hn::Mul(side, hn::Add(u0, l0)));
+                    const auto s2 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x + 2)), hn::Mul(side, hn::Add(u2, l2)));
+                    hn::StoreU(hn::Sub(s2, s0), d, ox + x);
+                    const auto d0 = hn::Sub(l0, u0), d1 = hn::Sub(l1, u1), d2 = hn::Sub(l2, u2);
+                    hn::StoreU(hn::Add(hn::Mul(centre, d1), hn::Mul(side, hn::Add(d0, d2))), d, oy + x);
+                });
+            };
+            auto scalar = [&](int32_t a, int32_t b) { derivativeRow(u, c, l, ox, oy, a, b); };
+            ColumnGroups(len, body, scalar);
+        }
+        first += len;
     }
 }
 
@@ -97,22 +187,33 @@ GradientSums GradientSumsOf(const float* ix, const float* iy, int32_t stride, in
     auto chunk = [&](int32_t first, int32_t n, float* xx, float* xy, float* yy) HWY_ATTR {
         const float* x0 = ix + first;
         const float* y0 = iy + first;
-        auto block = [&](auto d, int32_t c) HWY_ATTR {
-            auto sxx = hn::Zero(d), sxy = hn::Zero(d), syy = hn::Zero(d);
-            const float* px = x0 + c;
-            const float* py = y0 + c;
-            for (int32_t r = 0; r < height; ++r, px += stride, py += stride) {
-                const auto vx = hn::LoadU(d, px), vy = hn::LoadU(d, py);
-                sxx = hn::Add(sxx, hn::Mul(vx, vx));
-                sxy = hn::Add(sxy, hn::Mul(vx, vy));
-                syy = hn::Add(syy, hn::Mul(vy, vy));
+        auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+            using V = hn::Vec<decltype(d)>;
+            int32_t off[K];
+            V sxx[K], sxy[K], syy[K];
+            Each<K>([&](auto k) HWY_ATTR {
+                off[k] = at[k];
+                sxx[k] = sxy[k] = syy[k] = hn::Zero(d);
+            });
+            const float* px = x0;
+            const float* py = y0;
+            const int32_t rows = height, step = stride;
+            for (int32_t r = 0; r < rows; ++r, px += step, py += step) {
+                Each<K>([&](auto k) HWY_ATTR {
+                    const V vx = hn::LoadU(d, px + off[k]), vy = hn::LoadU(d, py + off[k]);
+                    sxx[k] = hn::Add(sxx[k], hn::Mul(vx, vx));
+                    sxy[k] = hn::Add(sxy[k], hn::Mul(vx, vy));
+                    syy[k] = hn::Add(syy[k], hn::Mul(vy, vy));
+                });
             }
-            hn::StoreU(sxx, d, xx + c);
-            hn::StoreU(sxy, d, xy + c);
-            hn::StoreU(syy, d, yy + c);
+            Each<K>([&](auto k) HWY_ATTR {
+                hn::StoreU(sxx[k], d, xx + off[k]);
+                hn::StoreU(sxy[k], d, xy + off[k]);
+                hn::StoreU(syy[k], d, yy + off[k]);
+            });
         };
         auto scalar = [&](int32_t a, int32_t b) { gradientColumns(x0, y0, stride, height, a, b, xx, xy, yy); };
-        ColumnBlocks(0, n, block, scalar);
+        ColumnGroups(n, body, scalar);
     };
     return gradientSumsWith(chunk, width);
 }
@@ -124,21 +225,32 @@ Mismatch MismatchOf(const float* i, int32_t iStride, const float* j, const float
         const float* j0 = j + first;
         const float* x0 = ix + first;
         const float* y0 = iy + first;
-        auto block = [&](auto d, int32_t c) HWY_ATTR {
-            auto sx = hn::Zero(d), sy = hn::Zero(d);
-            const float *pi = i0 + c, *pj = j0 + c, *px = x0 + c, *py = y0 + c;
-            for (int32_t r = 0; r < height; ++r, pi += iStride, pj += width, px += dStride, py += dStride) {
-                const auto diff = hn::Sub(hn::LoadU(d, pi), hn::LoadU(d, pj));
-                sx = hn::Add(sx, hn::Mul(diff, hn::LoadU(d, px)));
-                sy = hn::Add(sy, hn::Mul(diff, hn::LoadU(d, py)));
+        auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+            using V = hn::Vec<decltype(d)>;
+            int32_t off[K];
+            V sx[K], sy[K];
+            Each<K>([&](auto k) HWY_ATTR {
+                off[k] = at[k];
+                sx[k] = sy[k] = hn::Zero(d);
+            });
+            const float *pi = i0, *pj = j0, *px = x0, *py = y0;
+            const int32_t rows = height, is = iStride, js = width, ds = dStride;
+            for (int32_t r = 0; r < rows; ++r, pi += is, pj += js, px += ds, py += ds) {
+                Each<K>([&](auto k) HWY_ATTR {
+                    const V diff = hn::Sub(hn::LoadU(d, pi + off[k]), hn::LoadU(d, pj + off[k]));
+                    sx[k] = hn::Add(sx[k], hn::Mul(diff, hn::LoadU(d, px + off[k])));
+                    sy[k] = hn::Add(sy[k], hn::Mul(diff, hn::LoadU(d, py + off[k])));
+                });
             }
-            hn::StoreU(sx, d, bx + c);
-            hn::StoreU(sy, d, by + c);
+            Each<K>([&](auto k) HWY_ATTR {
+                hn::StoreU(sx[k], d, bx + off[k]);
+                hn::StoreU(sy[k], d, by + off[k]);
+            });
         };
         auto scalar = [&](int32_t a, int32_t b) {
             mismatchColumns(i0, iStride, j0, width, x0, y0, dStride, height, a, b, bx, by);
         };
-        ColumnBlocks(0, n, block, scalar);
+        ColumnGroups(n, body, scalar);
     };
     return mismatchWith(chunk, width);
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <random>
 #include <string>
 #include <vector>
@@ -221,6 +222,20 @@ TEST(FeaturesLkContract, OddInputThatPassesTheChecksNeverCrashes) {
             x.ww = 1025, x.wh = 301;
             EXPECT_EQ(callV3(x), 0);
             EXPECT_EQ(f.status.values(), (std::vector<int32_t>{1, 1}));
+        }
+        // More levels than any image has (the first generations copy the
+        // records beyond 32 levels on the heap): lost on the empty coarsest
+        // level, in its coordinates.
+        {
+            Fixture f;
+            std::vector<pxrPyramidLevel> many(40, pxrPyramidLevel{nullptr, 0, 0});
+            many[0] = f.pa.v1()[0];
+            many[1] = f.pa.v1()[1];
+            Args x = f.good();
+            x.p1 = many.data(), x.p2 = many.data(), x.levels = 40;
+            callU8(x);
+            EXPECT_EQ(f.status.values(), (std::vector<int32_t>{-4, -4}));
+            EXPECT_EQ(f.out.values()[0], 20.0f * std::ldexp(1.0f, -39));
         }
         // Levels without pixels or without size: the features are lost there.
         {

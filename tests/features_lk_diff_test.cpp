@@ -1,9 +1,9 @@
 // The Lucas-Kanade tracker, kind 1 against kind 0 on every vector target:
 // every entry point, identical featureXY_out bits and statuses, nothing
-// written past either array. Textured frames of odd sizes with stride slack,
-// windows from 5x5 to 21x21 (also wider than the image), one to four
-// levels, features inside, on and past the borders, and a few that are no
-// position at all (NaN, 1e20). The patch kernels are also compared directly
+// written past either array. Textured frames of odd sizes with stride slack
+// and misaligned starts, windows from 5x5 to 41x41 (also wider than the
+// image), one to four levels, features inside, on and past the borders,
+// and a few that are no position at all (NaN, 1e20). The patch kernels are also compared directly
 // over every width and height the sums can take.
 #include <gtest/gtest.h>
 
@@ -64,7 +64,7 @@ struct Scene {
     Pyramid pa, pb;
     std::vector<float> features, estimate;
     Scene(const Case& c, uint32_t slack, uint32_t seed)
-        : a(withSlack(noiseTexture(c.width, c.height, seed), slack)), b(shifted(a, c.dx, c.dy, 3, seed)),
+        : a(withSlack(noiseTexture(c.width, c.height, seed), slack, seed % 7)), b(shifted(a, c.dx, c.dy, 3, seed)),
           pa(a, c.levels), pb(b, c.levels) {
         std::mt19937 gen(seed * 31 + 7);
         auto uniform = [&](float lo, float hi) { return lo + (hi - lo) * static_cast<float>(gen() % 10000) / 10000.0f; };
@@ -77,8 +77,8 @@ struct Scene {
         for (size_t i = 0; i < features.size(); i += 2)
             estimate.insert(estimate.end(), {features[i] + c.dx + 0.3f, features[i + 1] + c.dy - 0.2f});
     }
-    static Frame withSlack(const Frame& f, uint32_t slack) {
-        Frame out(f.width, f.height, slack);
+    static Frame withSlack(const Frame& f, uint32_t slack, uint32_t misalign) {
+        Frame out(f.width, f.height, slack, misalign);
         for (uint32_t y = 0; y < f.height; ++y)
             for (uint32_t x = 0; x < f.width; ++x) out.at(x, y) = f.at(x, y);
         return out;

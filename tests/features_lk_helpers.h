@@ -14,17 +14,18 @@
 
 namespace pxr::test::lk {
 
-// An 8-bit frame with `slack` bytes after each row.
+// An 8-bit frame with `slack` bytes after each row, starting `misalign`
+// bytes into its storage.
 struct Frame {
-    uint32_t width = 0, height = 0, stride = 0;
+    uint32_t width = 0, height = 0, stride = 0, offset = 0;
     std::vector<uint8_t> px;
     Frame() = default;
-    Frame(uint32_t w, uint32_t h, uint32_t slack = 0)
-        : width(w), height(h), stride(w + slack), px(size_t{w + slack} * h + 1, 0x5a) {}
-    uint8_t* data() { return px.data(); }
-    const uint8_t* data() const { return px.data(); }
-    uint8_t& at(uint32_t x, uint32_t y) { return px[size_t{y} * stride + x]; }
-    uint8_t at(uint32_t x, uint32_t y) const { return px[size_t{y} * stride + x]; }
+    Frame(uint32_t w, uint32_t h, uint32_t slack = 0, uint32_t misalign = 0)
+        : width(w), height(h), stride(w + slack), offset(misalign), px(size_t{w + slack} * h + 1 + misalign, 0x5a) {}
+    uint8_t* data() { return px.data() + offset; }
+    const uint8_t* data() const { return px.data() + offset; }
+    uint8_t& at(uint32_t x, uint32_t y) { return data()[size_t{y} * stride + x]; }
+    uint8_t at(uint32_t x, uint32_t y) const { return data()[size_t{y} * stride + x]; }
 };
 
 // A smooth texture (sum of plane waves, periods 11 to 31 pixels, times
@@ -82,7 +83,7 @@ inline Frame noiseTexture(uint32_t w, uint32_t h, uint32_t seed, uint32_t slack 
 // +-noise levels.
 inline Frame shifted(const Frame& src, float dx, float dy, int noise = 0, uint32_t seed = 1) {
     std::mt19937 gen(seed);
-    Frame f(src.width, src.height, src.stride - src.width);
+    Frame f(src.width, src.height, src.stride - src.width, src.offset);
     auto px = [&](int64_t x, int64_t y) {
         x = std::clamp<int64_t>(x, 0, src.width - 1);
         y = std::clamp<int64_t>(y, 0, src.height - 1);

@@ -161,7 +161,6 @@ TEST(FastContract, RefusedCallStillLeavesItsTraceLine) {
 }
 
 TEST(FastContractDeathTest, SuppressionWithoutTempBufEndsTheProcess) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     const fast_test::Image img(16, 12);
     uint32_t xy[8], scores[4], n = 0;
     const uint8_t mask[24] = {};

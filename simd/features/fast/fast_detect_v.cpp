@@ -135,7 +135,7 @@ uint32_t DetectWith(const DetectJob& j, const Excluded& excluded) {
         // Columns below `done` are decided; the last vector ends at x1.
         for (uint32_t done = f.x0; done < f.x1;) {
             const uint32_t x = done < f.x1 - N ? done : f.x1 - N;
-            hn::Vec<decltype(d)> strength;
+            auto strength = hn::Zero(d);
             const auto corners = CornerLanes<Arc>(d, row + x, f.off, tv, &strength);
             if (!hn::AllFalse(d, corners)) {
                 if (j.scores) hn::Store(hn::Add(strength, toScore), d, scores);

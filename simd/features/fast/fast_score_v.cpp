@@ -26,6 +26,14 @@ namespace pxr::fast {
 HWY_EXPORT(Score9);
 HWY_EXPORT(Score10);
 
+// Dispatch names the function unqualified, from the namespace of its export.
+static uint32_t score9(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier) {
+    return HWY_DYNAMIC_DISPATCH(Score9)(p, offsets, barrier);
+}
+static uint32_t score10(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier) {
+    return HWY_DYNAMIC_DISPATCH(Score10)(p, offsets, barrier);
+}
+
 namespace {
 
 // Vector detection with scores, in the form the pipeline takes.
@@ -43,11 +51,11 @@ using pxr::fast::detectScoreSuppress;
 using pxr::fast::vectorDetect;
 
 uint32_t fast9_corner_scoreV(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier) {
-    return HWY_DYNAMIC_DISPATCH(pxr::fast::Score9)(p, offsets, barrier);
+    return pxr::fast::score9(p, offsets, barrier);
 }
 
 uint32_t fast10_corner_scoreV(const uint8_t* p, const ptrdiff_t* offsets, uint32_t barrier) {
-    return HWY_DYNAMIC_DISPATCH(pxr::fast::Score10)(p, offsets, barrier);
+    return pxr::fast::score10(p, offsets, barrier);
 }
 
 void pxrCornerFast9Scoreu8V(const uint8_t* src, uint32_t srcWidth, uint32_t srcHeight, uint32_t srcStride,

@@ -180,9 +180,10 @@ TEST(NonlinearBilateralDifferential, EveryKindMatches) {
             std::string("fixed ") + s.name, s.fixedRow, 1, 1, [&s](GuardedImage& a, GuardedImage& b) {
                 s.fixed(a.data(), a.width(), a.height(), a.stride(), b.data(), b.stride());
             }), use);
-        // The hand-over pair, ordinary sigmas, and a small sigmaColor whose
-        // weights run into the subnormal range.
-        for (auto [sc, ss] : {std::pair{50.0f, s.fixedSpace}, {20.0f, 3.0f}, {6.0f, 0.8f}})
+        // The hand-over pair, ordinary sigmas, a small sigmaColor whose
+        // weights run into the subnormal range, and one whose square
+        // underflows (an infinite factor: the vector kind reads the table).
+        for (auto [sc, ss] : {std::pair{50.0f, s.fixedSpace}, {20.0f, 3.0f}, {6.0f, 0.8f}, {1e-20f, 1.0f}})
             pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
                 std::string("_v2 ") + s.name + " " + std::to_string(sc) + "/" + std::to_string(ss), s.sigmasRow, 1,
                 1, [&s, sc = sc, ss = ss](GuardedImage& a, GuardedImage& b) {

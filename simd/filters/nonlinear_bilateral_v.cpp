@@ -26,16 +26,12 @@ void BilateralInterior(const uint8_t* src, uint32_t width, uint32_t height, uint
     if (width <= 2 * r) return;
     const uint32_t x0 = r, x1 = width - r;
     const auto half = hn::Set(df, 0.5f);
-    // The colour weight: a gather from the table where the processor
-    // gathers (AVX2 and later); elsewhere the table entry recomputed in the
-    // lanes step for step as the table was built, which beats an emulated
-    // gather. Not with an infinite factor (a sigma whose square underflows),
-    // where 0 x inf would differ from the table's clamped NaN.
-#if HWY_ARCH_X86 && HWY_TARGET <= HWY_AVX2
-    const bool compute = false;
-#else
+    // The colour weight: the table entry recomputed in the lanes step for
+    // step as the table was built, which is more than twice as fast as a
+    // gather from the table, even where the processor gathers. The gather
+    // stays for an infinite factor (a sigma whose square underflows), where
+    // 0 x inf would differ from the table's clamped NaN.
     const bool compute = std::isfinite(w->colorFactor);
-#endif
     const auto kc = hn::Set(df, w->colorFactor), log2e = hn::Set(df, 1.442695f), floor = hn::Set(df, -126.0f),
                bias = hn::Set(df, 126.942696f), scale = hn::Set(df, 8388608.0f);
     auto color = [&](auto p, auto v) {

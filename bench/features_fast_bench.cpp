@@ -20,6 +20,7 @@
 #include "bench/bench_util.h"
 #include "features/fast/fast.h"
 #include "frame/row_ids.h"
+#include "frame/tables.h"
 
 namespace {
 
@@ -92,9 +93,13 @@ void registerFast(const std::string& name, uint32_t row, Run run, bool suppress)
         benchmark::RegisterBenchmark((name + "/" + pxrImplChar[kind] + "/" + size).c_str(),
                                      [row, kind, run](benchmark::State& state) {
                                          pxr::bench::forceKind(row, kind);
-                                         if (kind == PIXORA_KIND_CPU) {  // the reference all the way down
+                                         // Kind 0 is the reference all the way down: its
+                                         // detection row and the scorer pointers too.
+                                         if (kind == PIXORA_KIND_CPU) {
                                              pxrImplTable[PXR_ROW_CornerFast9u8] = PIXORA_KIND_CPU;
-                                             fast9_corner_score_ = fast9_corner_scoreC;
+                                             uCHelper();
+                                         } else {
+                                             uVHelper();
                                          }
                                          loop(state, run);
                                      });

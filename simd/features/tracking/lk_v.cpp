@@ -2,10 +2,12 @@
 // vector patch kernels. Window columns sit in lanes: the bilinear samples
 // and the derivatives are element-wise; the sums keep one accumulator per
 // column in each lane, added down the rows, and the column totals are added
-// by the reference's own scalar code, so every float comes out bit for bit
-// the same at any vector width. The sampler keeps each row's across values
-// for the row below; samples with a pixel outside the image, and spans
-// narrower than four columns, use the reference's scalar code.
+// in the reference's order (eight running sums in two four-lane vectors,
+// then its fixed tree), so every float comes out bit for bit the same at
+// any vector width. The sampler keeps each row's across values for the row
+// below, and the derivatives each source row's taps for the two output
+// rows below; samples with a pixel outside the image, and spans narrower
+// than four columns, use the reference's scalar code.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "simd/features/tracking/lk_v.cpp"
 #include <hwy/foreach_target.h>  // IWYU pragma: keep
@@ -21,10 +23,13 @@ namespace pxr::lk::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 // Column blocks. A span of n columns is covered by vectors of one width:
-// the widest that still gives two vectors (at most 16 lanes), whole
-// vectors from the left and a last one ending at n, which overlaps the one
-// before and recomputes identical values. Up to four blocks go down the
-// rows together, so that their accumulators form independent chains.
+// the widest that fits in n (at most 16 lanes; the b sums take the widest
+// that still gives two vectors, whose narrower loads run faster there),
+// whole vectors from the left and a last one ending at n, which overlaps
+// the one before and recomputes identical values. Up to four blocks go
+// down the rows together, so that their accumulators form independent
+// chains; the sums store the last block first, so that the loads of the
+// column totals usually find one store that holds all their lanes.
 // Spans narrower than four columns use the reference's scalar code.
 inline constexpr int32_t kMaxBlocks = kChunkCapacity;  // one-lane vectors included
 inline constexpr int kGroup = 4;
@@ -55,15 +60,16 @@ HWY_INLINE void Each(F&& f) {
 }
 
 // n columns (at most kChunkCapacity): body<K>(d, offsets) for groups of
-// blocks, or scalar(0, n) when n < 4.
-template <class Body, class Scalar>
+// blocks of the widest vector that gives at least Min of them, or
+// scalar(0, n) when n < 4.
+template <int Min = 1, class Body, class Scalar>
 HWY_INLINE void ColumnGroups(int32_t n, Body&& body, Scalar&& scalar) {
     const hn::CappedTag<float, 16> d16;
     const hn::CappedTag<float, 8> d8;
     const hn::CappedTag<float, 4> d4;
-    if (n >= 2 * static_cast<int32_t>(hn::Lanes(d16)))
+    if (n >= Min * static_cast<int32_t>(hn::Lanes(d16)))
         BlocksOfTag(d16, n, body);
-    else if (n >= 2 * static_cast<int32_t>(hn::Lanes(d8)))
+    else if (n >= Min * static_cast<int32_t>(hn::Lanes(d8)))
         BlocksOfTag(d8, n, body);
     else if (n >= static_cast<int32_t>(hn::Lanes(d4)) && n >= 4)
         BlocksOfTag(d4, n, body);
@@ -157,30 +163,94 @@ void Derivatives(const float* src, int32_t srcStride, int32_t width, int32_t hei
                  int32_t dstStride) {
     for (int32_t first = 0; first < width;) {
         const int32_t len = chunkLength(first, width);
-        for (int32_t r = 0; r < height; ++r) {
-            const float* u = src + static_cast<ptrdiff_t>(r) * srcStride + first;
-            const float* c = u + srcStride;
-            const float* l = c + srcStride;
-            float* ox = ix + static_cast<ptrdiff_t>(r) * dstStride + first;
-            float* oy = iy + static_cast<ptrdiff_t>(r) * dstStride + first;
-            auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
-                const auto centre = hn::Set(d, kScharrCentre), side = hn::Set(d, kScharrSide);
+        const float* const s0 = src + first;
+        float* const ox0 = ix + first;
+        float* const oy0 = iy + first;
+        // Each group of blocks goes down all the rows, loading each source
+        // row once: its three taps become the centre row of the output row
+        // below and the upper row of the one after.
+        auto body = [&]<int K>(auto d, const int32_t* at) HWY_ATTR {
+            using V = hn::Vec<decltype(d)>;
+            const V centre = hn::Set(d, kScharrCentre), side = hn::Set(d, kScharrSide);
+            int32_t off[K];
+            V u0[K], u1[K], u2[K], c0[K], c1[K], c2[K];
+            const float* row = s0;
+            const int32_t ss = srcStride;
+            Each<K>([&](auto k) HWY_ATTR {
+                off[k] = at[k];
+                u0[k] = hn::LoadU(d, row + off[k]);
+                u1[k] = hn::LoadU(d, row + off[k] + 1);
+                u2[k] = hn::LoadU(d, row + off[k] + 2);
+                c0[k] = hn::LoadU(d, row + ss + off[k]);
+                c1[k] = hn::LoadU(d, row + ss + off[k] + 1);
+                c2[k] = hn::LoadU(d, row + ss + off[k] + 2);
+            });
+            row += 2 * static_cast<ptrdiff_t>(ss);
+            float* ox = ox0;
+            float* oy = oy0;
+            const int32_t rows = height, ds = dstStride;
+            for (int32_t r = 0; r < rows; ++r, row += ss, ox += ds, oy += ds) {
                 Each<K>([&](auto k) HWY_ATTR {
-                    const int32_t x = at[k];
-                    const auto u0 = hn::LoadU(d, u + x), u1 = hn::LoadU(d, u + x + 1), u2 = hn::LoadU(d, u + x + 2);
-                    const auto l0 = hn::LoadU(d, l + x), l1 = hn::LoadU(d, l + x + 1), l2 = hn::LoadU(d, l + x + 2);
-                    const auto s0 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x)), hn::Mul(side, hn::Add(u0, l0)));
-                    const auto s2 = hn::Add(hn::Mul(centre, hn::LoadU(d, c + x + 2)), hn::Mul(side, hn::Add(u2, l2)));
-                    hn::StoreU(hn::Sub(s2, s0), d, ox + x);
-                    const auto d0 = hn::Sub(l0, u0), d1 = hn::Sub(l1, u1), d2 = hn::Sub(l2, u2);
+                    const int32_t x = off[k];
+                    const V l0 = hn::LoadU(d, row + x), l1 = hn::LoadU(d, row + x + 1), l2 = hn::LoadU(d, row + x + 2);
+                    const V e0 = hn::Add(hn::Mul(centre, c0[k]), hn::Mul(side, hn::Add(u0[k], l0)));
+                    const V e2 = hn::Add(hn::Mul(centre, c2[k]), hn::Mul(side, hn::Add(u2[k], l2)));
+                    hn::StoreU(hn::Sub(e2, e0), d, ox + x);
+                    const V d0 = hn::Sub(l0, u0[k]), d1 = hn::Sub(l1, u1[k]), d2 = hn::Sub(l2, u2[k]);
                     hn::StoreU(hn::Add(hn::Mul(centre, d1), hn::Mul(side, hn::Add(d0, d2))), d, oy + x);
+                    u0[k] = c0[k], u1[k] = c1[k], u2[k] = c2[k];
+                    c0[k] = l0, c1[k] = l1, c2[k] = l2;
                 });
-            };
-            auto scalar = [&](int32_t a, int32_t b) { derivativeRow(u, c, l, ox, oy, a, b); };
-            ColumnGroups(len, body, scalar);
-        }
+            }
+        };
+        auto scalar = [&](int32_t a, int32_t b) {
+            for (int32_t r = 0; r < height; ++r) {
+                const float* u = s0 + static_cast<ptrdiff_t>(r) * srcStride;
+                derivativeRow(u, u + srcStride, u + 2 * static_cast<ptrdiff_t>(srcStride),
+                              ox0 + static_cast<ptrdiff_t>(r) * dstStride, oy0 + static_cast<ptrdiff_t>(r) * dstStride,
+                              a, b);
+            }
+        };
+        ColumnGroups(len, body, scalar);
         first += len;
     }
+}
+
+// addColumns in lanes: sums 0-3 and 4-7 as two four-lane vectors, the same
+// additions in the same order (a sum no column reaches stays 0, and adding
+// 0 to a sum, which is never -0, leaves it as it is), then the same tree.
+// The last columns come from a load ending at column n, shifted down.
+HWY_INLINE float AddColumns(float total, const float* columns, int32_t n) {
+#if HWY_TARGET == HWY_SCALAR
+    return addColumns(total, columns, n);
+#else
+    if (n < 4) return addColumns(total, columns, n);
+    const hn::FixedTag<float, 4> d;
+    auto lo = hn::Zero(d), hi = hn::Zero(d);
+    int32_t c = 0;
+    for (; c + 8 <= n; c += 8) {
+        lo = hn::Add(lo, hn::LoadU(d, columns + c));
+        hi = hn::Add(hi, hn::LoadU(d, columns + c + 4));
+    }
+    int32_t rest = n - c;
+    if (rest >= 4) {
+        lo = hn::Add(lo, hn::LoadU(d, columns + c));
+        rest -= 4;
+    }
+    if (rest > 0) {
+        const auto last = hn::LoadU(d, columns + n - 4);
+        const auto tail = rest == 1 ? hn::ShiftRightLanes<3>(d, last)
+                          : rest == 2 ? hn::ShiftRightLanes<2>(d, last)
+                                      : hn::ShiftRightLanes<1>(d, last);
+        if (n - c >= 4)
+            hi = hn::Add(hi, tail);
+        else
+            lo = hn::Add(lo, tail);
+    }
+    const auto l2 = hn::Add(lo, hn::Shuffle2301(lo)), h2 = hn::Add(hi, hn::Shuffle2301(hi));
+    const auto l4 = hn::Add(l2, hn::Shuffle1032(l2)), h4 = hn::Add(h2, hn::Shuffle1032(h2));
+    return total + (hn::GetLane(l4) + hn::GetLane(h4));
+#endif
 }
 
 GradientSums GradientSumsOf(const float* ix, const float* iy, int32_t stride, int32_t width, int32_t height) {
@@ -206,7 +276,8 @@ GradientSums GradientSumsOf(const float* ix, const float* iy, int32_t stride, in
                     syy[k] = hn::Add(syy[k], hn::Mul(vy, vy));
                 });
             }
-            Each<K>([&](auto k) HWY_ATTR {
+            Each<K>([&](auto j) HWY_ATTR {  // the last block first
+                constexpr int k = K - 1 - j;
                 hn::StoreU(sxx[k], d, xx + off[k]);
                 hn::StoreU(sxy[k], d, xy + off[k]);
                 hn::StoreU(syy[k], d, yy + off[k]);
@@ -215,7 +286,17 @@ GradientSums GradientSumsOf(const float* ix, const float* iy, int32_t stride, in
         auto scalar = [&](int32_t a, int32_t b) { gradientColumns(x0, y0, stride, height, a, b, xx, xy, yy); };
         ColumnGroups(n, body, scalar);
     };
-    return gradientSumsWith(chunk, width);
+    float xx[kChunkCapacity], xy[kChunkCapacity], yy[kChunkCapacity];
+    GradientSums s{0.0f, 0.0f, 0.0f};
+    for (int32_t first = 0; first < width;) {
+        const int32_t n = chunkLength(first, width);
+        chunk(first, n, xx, xy, yy);
+        s.xx = AddColumns(s.xx, xx, n);
+        s.xy = AddColumns(s.xy, xy, n);
+        s.yy = AddColumns(s.yy, yy, n);
+        first += n;
+    }
+    return s;
 }
 
 Mismatch MismatchOf(const float* i, int32_t iStride, const float* j, const float* ix, const float* iy,
@@ -242,7 +323,8 @@ Mismatch MismatchOf(const float* i, int32_t iStride, const float* j, const float
                     sy[k] = hn::Add(sy[k], hn::Mul(diff, hn::LoadU(d, py + off[k])));
                 });
             }
-            Each<K>([&](auto k) HWY_ATTR {
+            Each<K>([&](auto j) HWY_ATTR {  // the last block first
+                constexpr int k = K - 1 - j;
                 hn::StoreU(sx[k], d, bx + off[k]);
                 hn::StoreU(sy[k], d, by + off[k]);
             });
@@ -250,9 +332,18 @@ Mismatch MismatchOf(const float* i, int32_t iStride, const float* j, const float
         auto scalar = [&](int32_t a, int32_t b) {
             mismatchColumns(i0, iStride, j0, width, x0, y0, dStride, height, a, b, bx, by);
         };
-        ColumnGroups(n, body, scalar);
+        ColumnGroups<2>(n, body, scalar);
     };
-    return mismatchWith(chunk, width);
+    float bx[kChunkCapacity], by[kChunkCapacity];
+    Mismatch s{0.0f, 0.0f};
+    for (int32_t first = 0; first < width;) {
+        const int32_t n = chunkLength(first, width);
+        chunk(first, n, bx, by);
+        s.x = AddColumns(s.x, bx, n);
+        s.y = AddColumns(s.y, by, n);
+        first += n;
+    }
+    return s;
 }
 
 }  // namespace pxr::lk::HWY_NAMESPACE

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <vector>
 
 #include "frame/row_ids.h"
@@ -23,14 +22,6 @@ namespace {
 // the public detection entry point, so both FAST rows are forced.
 constexpr uint32_t kRows[] = {PXR_ROW_PyramidCreateu8_v3, PXR_ROW_CornerFast9u8, PXR_ROW_CornerFast9Scoreu8_v2,
                               PXR_ROW_TrackLKOpticalFlowu8_v3};
-
-struct ForcedKinds {
-    explicit ForcedKinds(uint32_t kind) {
-        for (uint32_t row : kRows)
-            forced.push_back(std::make_unique<ForcedKind>(row, kind));
-    }
-    std::vector<std::unique_ptr<ForcedKind>> forced;
-};
 
 // A pyramid whose level 0 is the frame itself.
 class Pyramid {
@@ -91,7 +82,8 @@ double timed(F&& f) {
 }
 
 Result runKind(uint32_t kind, const TrackOptions& opt, const Image& a, const Image& b, Pyramid& pa, Pyramid& pb) {
-    const ForcedKinds forced(kind);
+    const ForcedKind forced[] = {{kRows[0], kind}, {kRows[1], kind}, {kRows[2], kind}, {kRows[3], kind}};
+    static_assert(std::size(kRows) == std::size(forced));
     Result r;
     r.kind = kind;
     const uint32_t cap = opt.maxCorners;

@@ -1,9 +1,7 @@
-// Every kind of every FAST entry point against kind 0: the same corners in
-// the same order, the same scores, the same count and the same tempBuf
-// words, with guard bytes around every output, over the standard odd, tiny,
-// slack-strided and misaligned source shapes, several thresholds and
-// capacities (0, a few, plenty), random, blocky and smooth content, and
-// every mask scaling.
+// Every kind of every FAST entry point against kind 0: corners, scores,
+// count and tempBuf words equal, guard words intact, over the standard
+// shapes, several thresholds and capacities, three contents and every mask
+// scaling.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -180,57 +178,6 @@ void compareMember(const Member& m) {
 
 }  // namespace
 
-TEST(FastDiff, Fast9) {
-    for (const auto& m : fast_test::members())
-        if (m.arc == 9 && !m.masked) compareMember(m);
-}
-
-TEST(FastDiff, Fast9InMask) {
-    for (const auto& m : fast_test::members())
-        if (m.arc == 9 && m.masked) compareMember(m);
-}
-
-TEST(FastDiff, Fast10) {
-    for (const auto& m : fast_test::members())
-        if (m.arc == 10 && !m.masked) compareMember(m);
-}
-
-TEST(FastDiff, Fast10InMask) {
-    for (const auto& m : fast_test::members())
-        if (m.arc == 10 && m.masked) compareMember(m);
-}
-
-// The reference score functions detect through the public entry point and
-// score through the scorer pointers: with those on kind 1 and the vector
-// scorer, the result is still the reference's.
-TEST(FastDiff, ReferenceScoresOverVectorDetectionAndScorer) {
-    std::mt19937 gen(9);
-    fast_test::Image img(203, 77);
-    for (auto& p : img.pixels) p = static_cast<uint8_t>(gen() % 97 + (gen() % 2) * 120);
-    const auto saved9 = fast9_corner_score_;
-    const auto saved10 = fast10_corner_score_;
-    for (const auto& m : fast_test::members()) {
-        if (!m.scored) continue;
-        const auto mask = fast_test::clearMask(203, 77);
-        pxr::test::ForceKind own(m.row, 0);
-        fast_test::Found ref, mixed;
-        {
-            pxr::test::ForceKind detect(m.detectRow, 0);
-            fast9_corner_score_ = fast9_corner_scoreC;
-            fast10_corner_score_ = fast10_corner_scoreC;
-            ref = fast_test::run(m, img, 15, 3, 1u << 16, 1, &mask, 203, 77);
-        }
-        {
-            pxr::test::ForceKind detect(m.detectRow, 1);
-            fast9_corner_score_ = fast9_corner_scoreV;
-            fast10_corner_score_ = fast10_corner_scoreV;
-            mixed = fast_test::run(m, img, 15, 3, 1u << 16, 1, &mask, 203, 77);
-        }
-        EXPECT_GT(ref.count, 100u) << m.name;
-        EXPECT_EQ(mixed.count, ref.count) << m.name;
-        EXPECT_EQ(mixed.xy, ref.xy) << m.name;
-        EXPECT_EQ(mixed.scores, ref.scores) << m.name;
-    }
-    fast9_corner_score_ = saved9;
-    fast10_corner_score_ = saved10;
+TEST(FastDiff, EveryMemberMatchesKindZero) {
+    for (const auto& m : fast_test::members()) compareMember(m);
 }

@@ -1,7 +1,4 @@
-// FAST goldens, worked out by hand from the segment test, the scan order,
-// the mask geometry, the binary-search score and the suppression rule.
-// Every case runs on kind 0 and kind 1 alike (the differential test covers
-// the rest of the kinds).
+// FAST goldens worked out by hand, on kind 0 and kind 1.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -27,8 +24,6 @@ using XY = std::pair<uint32_t, uint32_t>;
 
 namespace {
 
-// Runs the body with every row of the family (and the scorer pointers) on
-// kind 0, then on kind 1.
 template <class Body>
 void onBothKinds(Body body) {
     for (uint32_t kind : {0u, 1u}) {
@@ -58,8 +53,7 @@ bool cornerAtCentre(const char* name, const Image& img, uint32_t barrier) {
     return f.count == 1 && f.xy[0] == XY(3, 3);
 }
 
-// Isolated bright pixels (200 on 100) every 4 columns and rows from (3, 3):
-// each is a corner (its whole ring is darker), nothing else is.
+// Isolated bright pixels every 4 columns and rows from (3, 3): the only corners.
 Image dotGrid(uint32_t w, uint32_t h) {
     Image img(w, h, 100);
     for (uint32_t y = 3; y + 3 < h; y += 4)
@@ -143,11 +137,9 @@ TEST(FastGoldenSegment, CentreNearWhiteAndHugeBarriers) {
         // however large the threshold (no wrap-around in c + barrier).
         Image black = single(0, 255);
         Image bright = single(255, 0);
-        for (uint32_t barrier : {254u}) {
-            EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", black, barrier));
-            EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", bright, barrier));
-        }
-        for (uint32_t barrier : {255u, 256u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFF01u, 0xFFFFFFFFu}) {
+        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", black, 254));
+        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", bright, 254));
+        for (uint32_t barrier : {255u, 0x80000000u, 0xFFFFFFFFu}) {
             EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", black, barrier)) << barrier;
             EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", bright, barrier)) << barrier;
         }
@@ -273,8 +265,7 @@ TEST(FastGoldenMask, BitOrderAndSizesThatDoNotMatch) {
         // Sizes that are no allowed scaling: no corners, no message.
         pxr::test::LogCapture log;
         std::vector<uint8_t> big(64 * 64, 0);
-        for (auto [mw, mh] : {std::pair{16u, 24u}, std::pair{15u, 12u}, std::pair{48u, 36u}, std::pair{80u, 60u},
-                              std::pair{1u, 1u}, std::pair{0u, 0u}, std::pair{8u, 12u}}) {
+        for (auto [mw, mh] : {std::pair{16u, 24u}, std::pair{15u, 12u}, std::pair{48u, 36u}, std::pair{0u, 0u}}) {
             const Found g = run(member("pxrCornerFast9InMaskScoreu8_v2"), img, 30, 3, 100, 1, &big, mw, mh);
             EXPECT_EQ(g.count, 0u) << mw << "x" << mh;
             const Found h = run(member("pxrCornerFast10InMasku8"), img, 30, 3, 100, 0, &big, mw, mh);
@@ -308,7 +299,7 @@ TEST(FastGoldenScore, BinarySearchValues) {
                   std::vector<uint32_t>{20});
         // Top of the range: 0 in a ring of 255 scores 254 whatever the barrier below it.
         Image black = single(0, 255);
-        for (uint32_t barrier : {0u, 10u, 200u, 253u, 254u})
+        for (uint32_t barrier : {0u, 254u})
             EXPECT_EQ(run(member("pxrCornerFast9Scoreu8_v2"), black, barrier).scores, std::vector<uint32_t>{254u});
         // The barrier itself when the search finds nothing above it.
         Image barely = single(100, 100);
@@ -317,37 +308,6 @@ TEST(FastGoldenScore, BinarySearchValues) {
         EXPECT_EQ(run(member("pxrCornerFast10InMaskScoreu8"), barely, 30, 3, 10, 0, &clear14, 14, 14).count, 0u);
         paintArc(barely, 3, 3, 9, 1, 131);
         EXPECT_EQ(run(member("pxrCornerFast10Scoreu8"), barely, 30).scores, std::vector<uint32_t>{30});
-    });
-}
-
-TEST(FastGoldenScore, ScorersAgreeOnRandomRingsAndBarriers) {
-    // The reference searches; the vector scorer takes the closed form. Both
-    // on rings biased towards arcs, over the whole barrier range.
-    std::mt19937 gen(11);
-    Image img(7, 7);
-    ptrdiff_t off[16];
-    make_offsets(off, 7);
-    const uint8_t* centre = img.data() + 3 * 7 + 3;
-    pxr::test::forEachVectorTarget([&](const char* target) {
-        for (int round = 0; round < 4000; ++round) {
-            const uint8_t c = static_cast<uint8_t>(gen());
-            img.at(3, 3) = c;
-            const int first = static_cast<int>(gen() % 16), len = static_cast<int>(gen() % 17);
-            for (int k = 0; k < 16; ++k) {
-                const bool onArc = ((k - first) & 15) < len;
-                const int spread = static_cast<int>(gen() % 256);
-                const int v = onArc ? (gen() & 1 ? c + spread : c - spread) : static_cast<int>(gen() % 256);
-                img.at(static_cast<uint32_t>(3 + fast_test::kDx[k]), static_cast<uint32_t>(3 + fast_test::kDy[k])) =
-                    static_cast<uint8_t>(std::clamp(v, 0, 255));
-            }
-            for (uint32_t barrier : {0u, 1u, static_cast<uint32_t>(gen() % 256), 128u, 253u, 254u, 255u, 300u,
-                                     0xFFFFFFFFu}) {
-                ASSERT_EQ(fast9_corner_scoreV(centre, off, barrier), fast9_corner_scoreC(centre, off, barrier))
-                    << target << " barrier " << barrier;
-                ASSERT_EQ(fast10_corner_scoreV(centre, off, barrier), fast10_corner_scoreC(centre, off, barrier))
-                    << target << " barrier " << barrier;
-            }
-        }
     });
 }
 
@@ -391,43 +351,6 @@ TEST(FastGoldenSuppression, NeighbourRules) {
     nms_processing(xy.data(), scores.data(), rowStart.data(), 3, out.data(), outS.data(), &n);
     EXPECT_EQ(rowStart, (std::vector<uint32_t>{0xFFFFFFFF, 0xFFFFFFFF, 0, 0xFFFFFFFF, 2, 0xAB, 0xAB, 0xAB}));
     EXPECT_EQ(n, 3u);
-}
-
-TEST(FastGoldenSuppression, MatchesTheDefinitionOnDenseLists) {
-    // Dense random raw lists (many touching corners, many equal scores)
-    // against the rule written as a quadratic search.
-    std::mt19937 gen(3);
-    for (int round = 0; round < 300; ++round) {
-        const uint32_t w = 3 + gen() % 12, h = 1 + gen() % 9;
-        std::vector<uint32_t> xy, scores;
-        for (uint32_t y = 0; y < h; ++y)
-            for (uint32_t x = 0; x < w; ++x)
-                if (gen() % 3) {
-                    xy.push_back(x);
-                    xy.push_back(y);
-                    scores.push_back(gen() % 4);
-                }
-        const uint32_t n = static_cast<uint32_t>(scores.size());
-        std::vector<uint32_t> expected;
-        for (uint32_t i = 0; i < n; ++i) {
-            bool beaten = false;
-            for (uint32_t j = 0; j < n; ++j) {
-                if (j == i) continue;
-                const int64_t dx = int64_t{xy[2 * j]} - xy[2 * i], dy = int64_t{xy[2 * j + 1]} - xy[2 * i + 1];
-                if (dx >= -1 && dx <= 1 && dy >= -1 && dy <= 1 && scores[j] >= scores[i]) beaten = true;
-            }
-            if (!beaten) expected.push_back(i);
-        }
-        std::vector<uint32_t> rowStart(h), out(2 * n + 2), outS(n + 1);
-        uint32_t count = 0;
-        nms_processing(xy.data(), scores.data(), rowStart.data(), n, out.data(), outS.data(), &count);
-        ASSERT_EQ(count, expected.size()) << round;
-        for (uint32_t k = 0; k < count; ++k) {
-            EXPECT_EQ(out[2 * k], xy[2 * expected[k]]);
-            EXPECT_EQ(out[2 * k + 1], xy[2 * expected[k] + 1]);
-            EXPECT_EQ(outS[k], scores[expected[k]]);
-        }
-    }
 }
 
 TEST(FastGoldenSuppression, ThroughTheEntryPoints) {
@@ -484,17 +407,4 @@ TEST(FastGoldenDispatch, ScoreFunctionsDetectThroughThePublicEntryPoint) {
     run(member("pxrCornerFast9Scoreu8"), dotGrid(12, 12), 30);
     libLogPrint = savedLog;
     EXPECT_EQ(log.texts(), (std::vector<std::string>{"pxrCornerFast9Scoreu8_CPU", "pxrCornerFast9u8_SIMDX"}));
-}
-
-TEST(FastGoldenDispatch, HelperSettersSwitchTheScorers) {
-    const auto saved9 = fast9_corner_score_;
-    const auto saved10 = fast10_corner_score_;
-    uCHelper();
-    EXPECT_EQ(fast9_corner_score_, &fast9_corner_scoreC);
-    EXPECT_EQ(fast10_corner_score_, &fast10_corner_scoreC);
-    uVHelper();
-    EXPECT_EQ(fast9_corner_score_, &fast9_corner_scoreV);
-    EXPECT_EQ(fast10_corner_score_, &fast10_corner_scoreV);
-    fast9_corner_score_ = saved9;
-    fast10_corner_score_ = saved10;
 }

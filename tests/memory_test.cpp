@@ -260,37 +260,6 @@ TEST_F(ScratchConcurrency, ThirtyTwoThreadsHoldThirtyThirdGetsNull) {
     local_pxrReleaseScratchBuffer(p);
 }
 
-TEST_F(ScratchConcurrency, ChurningThreadsKeepTheirBuffersPrivate) {
-    constexpr int kThreads = 8;
-    constexpr int kRounds = 1500;
-    std::atomic<int> failures{0};
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&, t] {
-            const auto mark = static_cast<uint8_t>(0x10 + t);
-            for (int i = 0; i < kRounds; ++i) {
-                // Two buffers per thread at once: at most 16 of 32 slots are busy.
-                const size_t size = 16 + static_cast<size_t>((i * 37 + t * 101) % 3000);
-                const uint32_t a = 1u << ((i + t) % 8);
-                pxr::ScratchBuffer first(size, a);
-                pxr::ScratchBuffer second(size / 2 + 1);
-                if (!first || !second || addr(first.get()) % a != 0) {
-                    ++failures;
-                    continue;
-                }
-                std::memset(first.get(), mark, size);
-                std::memset(second.get(), mark ^ 0xFF, size / 2 + 1);
-                std::this_thread::yield();
-                const auto* f = first.as<uint8_t>();
-                const auto* s = second.as<uint8_t>();
-                if (f[0] != mark || f[size - 1] != mark || s[size / 2] != (mark ^ 0xFF)) ++failures;
-            }
-        });
-    }
-    for (auto& th : threads) th.join();
-    EXPECT_EQ(failures.load(), 0);
-}
-
 TEST_F(ScratchConcurrency, ReleaseFromAnotherThreadIsIgnored) {
     void* p = local_pxrGetScratchBufferAligned(128, 16);
     ASSERT_NE(p, nullptr);

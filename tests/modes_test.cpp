@@ -154,15 +154,6 @@ TEST(CpuInfo, FieldRules) {
     EXPECT_TRUE(pxr::detect::resolve(parseCpuInfo("CPU architecture: 7\n"), {}).arch7);
 }
 
-TEST(CpuInfo, PlatformListsAcceptTwoImplementersAndFourBoardPrefixes) {
-    EXPECT_TRUE(pxr::detect::acceptedImplementer(0x41));
-    EXPECT_TRUE(pxr::detect::acceptedImplementer(0x51));
-    EXPECT_FALSE(pxr::detect::acceptedImplementer(0x42));
-    EXPECT_FALSE(pxr::detect::acceptedImplementer(0));
-    for (const char* board : {"pxr", "gen9", "evb_a", "ref-2"}) EXPECT_TRUE(pxr::detect::supportedBoard(board)) << board;
-    for (const char* board : {"", "px", "xpxr", "GEN9", "abc"}) EXPECT_FALSE(pxr::detect::supportedBoard(board)) << board;
-}
-
 // ---------------------------------------------------------------------------
 // The hardware mask of pxrAvailableHardware.
 
@@ -214,16 +205,6 @@ TEST(HardwareMask, ProcessorIsDetectedOncePerProcess) {
     EXPECT_EQ(mode_globalVar, static_cast<uint32_t>(PIXORA_OP_CPU_PERFORMANCE));
     pxr::detect::resetForTest();
     EXPECT_EQ(pxr_check_only_cpu(), 0);
-}
-
-TEST(HardwareMask, DspPowerModeOfEachMode) {
-    EXPECT_EQ(pxr::dspPowerMode(PIXORA_OP_LOW_POWER), 0u);
-    EXPECT_EQ(pxr::dspPowerMode(PIXORA_OP_PERFORMANCE), 2u);
-    EXPECT_EQ(pxr::dspPowerMode(PIXORA_OP_CPU_OFFLOAD), 1u);
-    EXPECT_EQ(pxr::dspPowerMode(PIXORA_OP_CPU_PERFORMANCE), 1u);
-    EXPECT_EQ(pxr::dspPowerMode(17), 1u);
-    EXPECT_EQ(pxr::dspPowerMode(kExt | 0x400), 2u);
-    EXPECT_EQ(pxr::dspPowerMode(kExt), 2u);
 }
 
 TEST(HardwareMask, ComponentStartUpWithoutAcceleratorsReportsNothingAndLogsTheDspTime) {
@@ -381,14 +362,6 @@ TEST_F(ModeSetter, TraceSwitchIsReadFromThePropertyAtEveryModeChange) {
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0].text, "pxrFilterGaussian3x3u8_v2_SIMDX");
     EXPECT_EQ(lines[0].tag, "pixora_runtime_log");
-}
-
-TEST_F(ModeSetter, ProcessorCountIsRecorded) {
-    use("armv7_neon.txt");
-    nPxrAvailableProc = 0;
-    pxrSetOperationMode(PIXORA_OP_CPU_PERFORMANCE);
-    EXPECT_EQ(nPxrAvailableProc, pxrAvailableProcessors());
-    EXPECT_GE(nPxrAvailableProc, 1u);
 }
 
 TEST_F(ModeSetter, ExtOptionsMapOntoTheExtendedRequests) {

@@ -192,17 +192,4 @@ TEST(ScaleOpenCV, AreaMatchesInterAreaForWholeRatios) {
     }
 }
 
-TEST(ScaleOpenCV, BilinearWithinTheWeightPrecisionOfInterLinear) {
-    // Same sample positions; 7-bit weights here, 11-bit there.
-    const uint32_t w = 90, h = 64;
-    const auto src = pxr::test::randomBytes(w * h, 6);
-    for (auto [dw, dh] : {std::pair{60u, 48u}, std::pair{37u, 23u}, std::pair{131u, 77u}}) {
-        cv::Mat ref;
-        cv::resize(asMat(src, w, h), ref, cv::Size(static_cast<int>(dw), static_cast<int>(dh)), 0, 0,
-                   cv::INTER_LINEAR);
-        const auto ours = resize(bilinear, src, w, h, dw, dh);
-        for (size_t i = 0; i < ours.size(); ++i)
-            ASSERT_LE(std::abs(int{ours[i]} - int{ref.data[i]}), 2) << dw << "x" << dh << " at " << i;
-    }
-}
 #endif

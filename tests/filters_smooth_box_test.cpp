@@ -3,8 +3,8 @@
 // OpenCV's box sums.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "filters_smooth_helpers.h"
@@ -23,10 +23,9 @@ using namespace pxr::test::smooth;
 
 namespace {
 
-Img<uint8_t> box3(const Img<uint8_t>& src, pxrBorderType type, uint8_t value, int* status = nullptr) {
+Img<uint8_t> box3(const Img<uint8_t>& src, pxrBorderType type, uint8_t value) {
     Img<uint8_t> dst(src.w, src.h, 0xEE);
-    const int rc = pxrBoxFilter3x3u8_v2(src.data(), src.w, src.h, 0, dst.data(), 0, type, value);
-    if (status) *status = rc;
+    EXPECT_EQ(pxrBoxFilter3x3u8_v2(src.data(), src.w, src.h, 0, dst.data(), 0, type, value), 0);
     return dst;
 }
 
@@ -50,18 +49,15 @@ TEST(SmoothBoxGolden, FixedPointMeanRoundsToNearest) {
         EXPECT_EQ(d3.at(6, 6), v);
         EXPECT_EQ(d5.at(6, 6), v);
         EXPECT_EQ(d11.at(6, 6), v);
-        EXPECT_EQ(d5.at(6, 6), (25u * v * 2621 + 32768) >> 16);
-        EXPECT_EQ(d11.at(6, 6), (121u * v * 542 + 32768) >> 16);
     }
 }
 
-TEST(SmoothBoxBorder, DefaultPadsWithZero) {
-    // Corner of a uniform 200 image: 4 of 9 taps inside.
+TEST(SmoothBoxBorder, EachRulePadsCornersAndEdges) {
+    // Default: zero outside (a corner of a uniform image has 4 of 9 taps inside).
     Img<uint8_t> src(6, 5, 200);
     auto out = box3(src, PIXORA_BORDER_DEFAULT, 99);
     EXPECT_EQ(out.at(0, 0), mean3(4 * 200));
     EXPECT_EQ(out.at(3, 0), mean3(6 * 200));
-    EXPECT_EQ(out.at(0, 2), mean3(6 * 200));
     EXPECT_EQ(out.at(3, 2), 200);
     // The plain generation is border type 0 with value 0.
     Img<uint8_t> plain(6, 5, 0xEE);
@@ -69,67 +65,16 @@ TEST(SmoothBoxBorder, DefaultPadsWithZero) {
     pxrBoxFilter3x3u8(rnd.data(), 6, 5, plain.data());
     EXPECT_EQ(plain.px, box3(rnd, PIXORA_BORDER_DEFAULT, 0).px);
     EXPECT_EQ(plain.px, box3(rnd, PIXORA_BORDER_CONSTANT, 0).px);
-}
-
-TEST(SmoothBoxBorder, ConstantPadsWithTheBorderValue) {
-    Img<uint8_t> src(6, 5, 100);
-    auto out = box3(src, PIXORA_BORDER_CONSTANT, 50);
-    EXPECT_EQ(out.at(0, 0), mean3(4 * 100 + 5 * 50));
+    // Constant: the border value outside.
+    out = box3(Img<uint8_t>(6, 5, 100), PIXORA_BORDER_CONSTANT, 50);
     EXPECT_EQ(out.at(5, 4), mean3(4 * 100 + 5 * 50));
     EXPECT_EQ(out.at(2, 0), mean3(6 * 100 + 3 * 50));
-    EXPECT_EQ(out.at(2, 2), 100);
-}
-
-TEST(SmoothBoxBorder, ReplicateWeighsTheCornerFour) {
-    // Corner 160, right neighbour 16, lower neighbour 32, diagonal 48:
-    // 4 x 160 + 2 x (16 + 32) + 48.
-    Img<uint8_t> src(2, 2);
-    src.px = {160, 16, 32, 48};
-    auto out = box3(src, PIXORA_BORDER_REPLICATE, 0);
+    // Replicate: corner 160, right 16, below 32, diagonal 48 weigh 4, 2, 2, 1.
+    Img<uint8_t> quad(2, 2);
+    quad.px = {160, 16, 32, 48};
+    out = box3(quad, PIXORA_BORDER_REPLICATE, 0);
     EXPECT_EQ(out.at(0, 0), mean3(4 * 160 + 2 * (16 + 32) + 48));
     EXPECT_EQ(out.at(1, 1), mean3(4 * 48 + 2 * (16 + 32) + 160));
-    // Edge of a larger image: the edge row counts twice.
-    const auto rnd = randomImg<uint8_t>(7, 6, 21);
-    auto r = box3(rnd, PIXORA_BORDER_REPLICATE, 0);
-    const uint32_t top = 2u * (rnd.at(2, 0) + rnd.at(3, 0) + rnd.at(4, 0)) + rnd.at(2, 1) + rnd.at(3, 1) + rnd.at(4, 1);
-    EXPECT_EQ(r.at(3, 0), mean3(top));
-    Img<uint8_t> flat(5, 4, 77);
-    EXPECT_EQ(box3(flat, PIXORA_BORDER_REPLICATE, 0).px, flat.px);
-}
-
-TEST(SmoothBoxModel, EverySizeAndRuleMatchesTheDirectSum) {
-    struct Case {
-        uint32_t w, h;
-    };
-    for (Case c : {Case{1, 1}, Case{2, 7}, Case{11, 11}, Case{17, 13}, Case{530, 12}}) {
-        const auto src = randomImg<uint8_t>(c.w, c.h, c.w * 3 + c.h);
-        for (uint32_t type = 0; type <= 2; ++type) {
-            const Pad pad = type == 1 ? Pad::Constant : type == 2 ? Pad::Replicate : Pad::Zero;
-            const auto out = box3(src, static_cast<pxrBorderType>(type), 201);
-            for (uint32_t y = 0; y < c.h; ++y)
-                for (uint32_t x = 0; x < c.w; ++x)
-                    ASSERT_EQ(out.at(x, y), mean3(boxSumModel(src, x, y, 1, pad, 201)))
-                        << c.w << "x" << c.h << " type " << type << " at " << x << "," << y;
-        }
-        if (c.w > 10 && c.h > 10) {
-            Img<uint8_t> d5(c.w, c.h, 0), d11(c.w, c.h, 0);
-            pxrBoxFilter5x5u8(src.data(), c.w, c.h, d5.data());
-            pxrBoxFilter11x11u8(src.data(), c.w, c.h, d11.data());
-            for (uint32_t y = 0; y < c.h; ++y)
-                for (uint32_t x = 0; x < c.w; ++x) {
-                    ASSERT_EQ(d5.at(x, y), boxRoundModel(boxSumModel(src, x, y, 2, Pad::Zero, 0), 2621)) << x << "," << y;
-                    ASSERT_EQ(d11.at(x, y), boxRoundModel(boxSumModel(src, x, y, 5, Pad::Zero, 0), 542)) << x << "," << y;
-                }
-        }
-    }
-}
-
-TEST(SmoothBoxContract, StrideZeroMeansPacked) {
-    const auto src = randomImg<uint8_t>(19, 7, 2);
-    Img<uint8_t> a(19, 7, 1), b(19, 7, 1);
-    EXPECT_EQ(pxrBoxFilter3x3u8_v2(src.data(), 19, 7, 0, a.data(), 0, PIXORA_BORDER_REPLICATE, 0), 0);
-    EXPECT_EQ(pxrBoxFilter3x3u8_v2(src.data(), 19, 7, 19, b.data(), 19, PIXORA_BORDER_REPLICATE, 0), 0);
-    EXPECT_EQ(a.px, b.px);
 }
 
 TEST(SmoothBoxBadInput, StatusGenerationReturnsThreeSilentlyAndWritesNothing) {
@@ -175,7 +120,7 @@ TEST(SmoothBoxBadInput, PlainGenerationsLogTheConditionAndWriteNothing) {
     }
 }
 
-TEST(SmoothBoxDifferential, BytesEveryBorderRule) {
+TEST(SmoothBoxDifferential, BytesEveryMemberAndBorderRule) {
     for (auto type : {PIXORA_BORDER_DEFAULT, PIXORA_BORDER_CONSTANT, PIXORA_BORDER_REPLICATE}) {
         pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
             "pxrBoxFilter3x3u8_v2 border " + std::to_string(type), PXR_ROW_BoxFilter3x3u8_v2, 1, 1,
@@ -185,19 +130,15 @@ TEST(SmoothBoxDifferential, BytesEveryBorderRule) {
                           0);
             }));
     }
-}
-
-TEST(SmoothBoxDifferential, BytesPlainGenerations) {
-    pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
-        "pxrBoxFilter3x3u8", PXR_ROW_BoxFilter3x3u8, 1, 1,
-        [](GuardedImage& s, GuardedImage& d) { pxrBoxFilter3x3u8(s.data(), s.width(), s.height(), d.data()); }, true));
-    pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
-        "pxrBoxFilter5x5u8", PXR_ROW_BoxFilter5x5u8, 1, 1,
-        [](GuardedImage& s, GuardedImage& d) { pxrBoxFilter5x5u8(s.data(), s.width(), s.height(), d.data()); }, true));
-    pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
-        "pxrBoxFilter11x11u8", PXR_ROW_BoxFilter11x11u8, 1, 1,
-        [](GuardedImage& s, GuardedImage& d) { pxrBoxFilter11x11u8(s.data(), s.width(), s.height(), d.data()); },
-        true));
+    using Plain = void (*)(const uint8_t*, uint32_t, uint32_t, uint8_t*);
+    const std::tuple<const char*, uint32_t, Plain> plain[] = {
+        {"pxrBoxFilter3x3u8", PXR_ROW_BoxFilter3x3u8, pxrBoxFilter3x3u8},
+        {"pxrBoxFilter5x5u8", PXR_ROW_BoxFilter5x5u8, pxrBoxFilter5x5u8},
+        {"pxrBoxFilter11x11u8", PXR_ROW_BoxFilter11x11u8, pxrBoxFilter11x11u8}};
+    for (const auto& [name, row, fn] : plain)
+        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+            name, row, 1, 1,
+            [fn](GuardedImage& s, GuardedImage& d) { fn(s.data(), s.width(), s.height(), d.data()); }, true));
 }
 
 // ---- Float box mean ----
@@ -210,18 +151,6 @@ Img<float> boxF32(const Img<float>& src, uint32_t n) {
     return dst;
 }
 
-// The cropped mean in double, for tolerance checks.
-double meanModel(const Img<float>& src, int x, int y, int n) {
-    const int before = n / 2, after = n - 1 - n / 2;
-    double sum = 0;
-    int count = 0;
-    for (int sy = std::max(0, y - before); sy <= std::min<int>(src.h - 1, y + after); ++sy)
-        for (int sx = std::max(0, x - before); sx <= std::min<int>(src.w - 1, x + after); ++sx) {
-            sum += src.at(sx, sy);
-            ++count;
-        }
-    return sum / count;
-}
 
 }  // namespace
 
@@ -244,24 +173,8 @@ TEST(SmoothBoxF32Golden, MeanOverTheCroppedWindow) {
     EXPECT_EQ(all.at(3, 1), 12.0f);  // 300 / 25
 }
 
-TEST(SmoothBoxF32Golden, AgreesWithTheDoubleMeanAndUniformImagesStay) {
-    const auto src = randomFloatImg(37, 23, 5);
-    for (uint32_t n : {2u, 3u, 4u, 7u, 30u}) {
-        auto out = boxF32(src, n);
-        for (uint32_t y = 0; y < src.h; ++y)
-            for (uint32_t x = 0; x < src.w; ++x)
-                ASSERT_NEAR(out.at(x, y), meanModel(src, x, y, n), 1e-3) << n << ": " << x << "," << y;
-    }
-    // The sum is divided by the count, so a uniform image whose sums are
-    // exact keeps its value.
-    for (float v : {0.5f, 1.5f, 0.25f, 200.75f}) {
-        Img<float> flat(9, 8, v);
-        for (uint32_t n : {3u, 5u, 6u}) EXPECT_EQ(boxF32(flat, n).px, flat.px) << v << " N " << n;
-    }
-}
-
 TEST(SmoothBoxF32Contract, InPlaceEqualsOutOfPlace) {
-    for (uint32_t n : {2u, 5u, 9u, 40u}) {
+    for (uint32_t n : {2u, 40u}) {
         const auto src = randomFloatImg(31, 17, n);
         auto expect = boxF32(src, n);
         // In place with slack in the rows.
@@ -296,8 +209,8 @@ TEST(SmoothBoxF32BadInput, LogsTheConditionAndWritesNothing) {
     EXPECT_EQ(log.texts(), std::vector<std::string>(7, text));
 }
 
-TEST(SmoothBoxF32Differential, EveryKindMatchesTheReference) {
-    for (uint32_t n : {2u, 3u, 5u, 8u, 21u}) {
+TEST(SmoothBoxF32Differential, EveryKindMatchesTheReferenceAlsoInPlace) {
+    for (uint32_t n : {2u, 3u, 8u, 21u}) {
         pxr::test::DiffOp op = pxr::test::unaryOp(
             "pxrBoxFilterNxNf32 N " + std::to_string(n), PXR_ROW_BoxFilterNxNf32, 4, 4,
             [n](GuardedImage& s, GuardedImage& d) {
@@ -307,16 +220,11 @@ TEST(SmoothBoxF32Differential, EveryKindMatchesTheReference) {
             });
         pxr::test::expectAllKindsMatch(op, alignedShapes(4));
     }
-}
-
-TEST(SmoothBoxF32Differential, InPlace) {
     pxr::test::DiffOp op;
     op.name = "pxrBoxFilterNxNf32 in place";
     op.row = PXR_ROW_BoxFilterNxNf32;
     op.inputs = [](const pxr::test::Shape&) { return std::vector<pxr::test::PlaneSpec>{}; };
-    op.outputs = [](const pxr::test::Shape& s) {
-        return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 4}};
-    };
+    op.outputs = [](const pxr::test::Shape& s) { return std::vector<pxr::test::PlaneSpec>{{s.width, s.height, 4}}; };
     op.call = [](std::vector<GuardedImage>&, std::vector<GuardedImage>& out) {
         makeFinite(out[0]);
         float* p = out[0].as<float>();
@@ -359,17 +267,4 @@ TEST(SmoothBoxOpenCV, SumsBeforeRoundingMatchEveryRuleAndSize) {
     check(dst, sums(11, cv::BORDER_CONSTANT, 0), 542, "11x11");
 }
 
-// The float mean of full windows agrees with OpenCV's normalised box filter
-// to float precision (the order of additions differs).
-TEST(SmoothBoxOpenCV, FloatInteriorAgreesWithBlur) {
-    const auto src = randomFloatImg(151, 97, 8);
-    cv::Mat in(97, 151, CV_32F, const_cast<float*>(src.data())), ref;
-    for (int n : {3, 4, 9}) {
-        cv::boxFilter(in, ref, CV_32F, cv::Size(n, n), cv::Point(-1, -1), true, cv::BORDER_REPLICATE);
-        auto out = boxF32(src, n);
-        for (int y = n / 2; y + (n - 1 - n / 2) < 97; ++y)
-            for (int x = n / 2; x + (n - 1 - n / 2) < 151; ++x)
-                ASSERT_NEAR(out.at(x, y), ref.at<float>(y, x), 1e-3) << n << ": " << x << "," << y;
-    }
-}
 #endif

@@ -118,27 +118,6 @@ void gaussModel(const Img<T>& src, int radius, int blurBorder, Img<T>& out) {
         }
 }
 
-enum class Pad { Zero, Constant, Replicate };
-
-// The box sum of one pixel with outside taps by the border rule.
-inline uint32_t boxSumModel(const Img<uint8_t>& src, int x, int y, int radius, Pad pad, uint8_t value) {
-    const int W = static_cast<int>(src.w), H = static_cast<int>(src.h);
-    uint32_t sum = 0;
-    for (int dy = -radius; dy <= radius; ++dy)
-        for (int dx = -radius; dx <= radius; ++dx) {
-            int sx = x + dx, sy = y + dy;
-            const bool inside = sx >= 0 && sy >= 0 && sx < W && sy < H;
-            if (inside) {
-                sum += src.at(sx, sy);
-            } else if (pad == Pad::Replicate) {
-                sum += src.at(std::clamp(sx, 0, W - 1), std::clamp(sy, 0, H - 1));
-            } else if (pad == Pad::Constant) {
-                sum += value;
-            }
-        }
-    return sum;
-}
-
 inline uint8_t boxRoundModel(uint32_t sum, uint32_t multiplier) {
     return static_cast<uint8_t>((sum * multiplier + 32768u) >> 16);
 }

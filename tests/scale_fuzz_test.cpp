@@ -44,40 +44,36 @@ using ResizeStatus = int (*)(const uint8_t*, uint32_t, uint32_t, uint32_t, uint8
 TEST(EntryFuzz, ScaleReductions) {
     struct Fixed {
         const char* name;
-        uint32_t row, divisor;
-        Halve fn;
+        uint32_t row, num, den;
+        Halve strided;
+        void (*packed)(const uint8_t*, uint32_t, uint32_t, uint8_t*);
     };
-    for (const Fixed& f : {Fixed{"pxrScaleDownBy2u8_v2", PXR_ROW_ScaleDownBy2u8, 2, pxrScaleDownBy2u8_v2},
-                           Fixed{"pxrScaleDownBy4u8_v2", PXR_ROW_ScaleDownBy4u8, 4, pxrScaleDownBy4u8_v2},
-                           Fixed{"pxrScaleDownBy2Gaussian5x5u8_v2", PXR_ROW_ScaleDownBy2Gaussian5x5u8_v2, 2,
-                                 pxrScaleDownBy2Gaussian5x5u8_v2}}) {
-        fuzzEntry({f.name, f.row, 1, 1, false, [f](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                       Out o(d, a.width / f.divisor, a.height / f.divisor, a.dstStride);
-                       f.fn(s, a.width, a.height, a.srcStride, o.data(), a.dstStride);
+    const Fixed members[] = {
+        {"pxrScaleDownBy2u8_v2", PXR_ROW_ScaleDownBy2u8, 1, 2, pxrScaleDownBy2u8_v2, nullptr},
+        {"pxrScaleDownBy4u8_v2", PXR_ROW_ScaleDownBy4u8, 1, 4, pxrScaleDownBy4u8_v2, nullptr},
+        {"pxrScaleDownBy2Gaussian5x5u8_v2", PXR_ROW_ScaleDownBy2Gaussian5x5u8_v2, 1, 2,
+         pxrScaleDownBy2Gaussian5x5u8_v2, nullptr},
+        {"pxrScaleDown3To2u8", PXR_ROW_ScaleDown3To2u8, 2, 3, pxrScaleDown3To2u8, nullptr},
+        {"pxrScaleDownBy2Gaussian3x3u8", PXR_ROW_ScaleDownBy2Gaussian3x3u8, 1, 2,
+         [](const uint8_t* s, uint32_t w, uint32_t h, uint32_t ss, uint8_t* d, uint32_t ds) {
+             pxrScaleDownBy2Gaussian3x3u8(s, w, h, ss, d, ds);
+         },
+         nullptr},
+        {"pxrScaleDownBy2u8", PXR_ROW_ScaleDownBy2u8, 1, 2, nullptr, pxrScaleDownBy2u8},
+        {"pxrScaleDownBy4u8", PXR_ROW_ScaleDownBy4u8, 1, 4, nullptr, pxrScaleDownBy4u8},
+        {"pxrScaleDownBy2Gaussian5x5u8", PXR_ROW_ScaleDownBy2Gaussian5x5u8, 1, 2, nullptr,
+         pxrScaleDownBy2Gaussian5x5u8},
+    };
+    for (const Fixed& f : members) {
+        fuzzEntry({f.name, f.row, 1, 1, f.packed != nullptr, [f](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
+                       const uint32_t stride = f.packed ? 0 : a.dstStride;
+                       Out o(d, a.width * f.num / f.den, a.height * f.num / f.den, stride);
+                       if (f.packed)
+                           f.packed(s, a.width, a.height, o.data());
+                       else
+                           f.strided(s, a.width, a.height, a.srcStride, o.data(), stride);
                    }});
     }
-    fuzzEntry({"pxrScaleDown3To2u8", PXR_ROW_ScaleDown3To2u8, 1, 1, false, [](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                   Out o(d, a.width * 2 / 3, a.height * 2 / 3, a.dstStride);
-                   pxrScaleDown3To2u8(s, a.width, a.height, a.srcStride, o.data(), a.dstStride);
-               }});
-    fuzzEntry({"pxrScaleDownBy2Gaussian3x3u8", PXR_ROW_ScaleDownBy2Gaussian3x3u8, 1, 1, false,
-               [](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                   Out o(d, a.width / 2, a.height / 2, a.dstStride);
-                   pxrScaleDownBy2Gaussian3x3u8(s, a.width, a.height, a.srcStride, o.data(), a.dstStride);
-               }});
-    fuzzEntry({"pxrScaleDownBy2u8", PXR_ROW_ScaleDownBy2u8, 1, 1, true, [](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                   Out o(d, a.width / 2, a.height / 2, 0);
-                   pxrScaleDownBy2u8(s, a.width, a.height, o.data());
-               }});
-    fuzzEntry({"pxrScaleDownBy4u8", PXR_ROW_ScaleDownBy4u8, 1, 1, true, [](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                   Out o(d, a.width / 4, a.height / 4, 0);
-                   pxrScaleDownBy4u8(s, a.width, a.height, o.data());
-               }});
-    fuzzEntry({"pxrScaleDownBy2Gaussian5x5u8", PXR_ROW_ScaleDownBy2Gaussian5x5u8, 1, 1, true,
-               [](const FuzzArgs& a, uint8_t* s, uint8_t* d) {
-                   Out o(d, a.width / 2, a.height / 2, 0);
-                   pxrScaleDownBy2Gaussian5x5u8(s, a.width, a.height, o.data());
-               }});
     // The float halving has internal rows, which the fuzzer does not force;
     // it still meets every argument pattern.
     fuzzEntry({"pxrScaleDownBy2Gaussian5x5f32_v2", PXR_ROW_ScaleDownBy2Gaussian5x5u8_v2, 4, 4, false,

@@ -191,17 +191,3 @@ TEST(ColorFromRgbFuzz, EveryMemberOnExactBuffers) {
     HW_constraint_checks_enable = savedChecks;
 }
 
-TEST(ColorFromRgbFuzz, Rotate180OnExactBuffers) {
-    LogCapture quiet;
-    const uint32_t saved = pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8];
-    std::mt19937 gen(20261123u);
-    for (int round = 0; round < 1500; ++round) {
-        const uint32_t w = pick(gen, 4) == 0 ? pick(gen, 3) : pick(gen, 40);
-        const uint32_t h = pick(gen, 4) == 0 ? pick(gen, 3) : pick(gen, 24);
-        const uint32_t ss = randomStride(gen, 3 * w), ds = randomStride(gen, 2 * w);
-        FuzzPlane src(gen, 3 * w, h, ss ? ss : 3 * w), dst(gen, 2 * w, h, ds ? ds : 2 * w);
-        pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8] = pick(gen, PIXORA_NUM_KINDS);
-        pxrColorRGB888ToRGB565Rotate180u8(src.data(), w, h, ss, reinterpret_cast<uint16_t*>(dst.data()), ds);
-    }
-    pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8] = saved;
-}

@@ -53,14 +53,12 @@ struct Images {
 TEST(ColorToRgbContract, StrideZeroMeansPackedForEveryPlane) {
     for (const Member& m : members()) {
         if (m.packed) continue;
-        for (auto [w, h] : {std::pair{17u, 5u}, std::pair{64u, 4u}, std::pair{1u, 1u}}) {
-            Images zero(m, w, h), explicitPacked(m, w, h);
-            m.call(zero.planes(w, h, true));
-            m.call(explicitPacked.planes(w, h));
-            for (size_t i = 0; i < zero.out.size(); ++i)
-                EXPECT_EQ(zero.out[i].guarded(), explicitPacked.out[i].guarded()) << m.name << " " << w << "x" << h;
-            EXPECT_FALSE(zero.outputsUntouched()) << m.name;
-        }
+        Images zero(m, 17, 5), explicitPacked(m, 17, 5);
+        m.call(zero.planes(17, 5, true));
+        m.call(explicitPacked.planes(17, 5));
+        for (size_t i = 0; i < zero.out.size(); ++i)
+            EXPECT_EQ(zero.out[i].guarded(), explicitPacked.out[i].guarded()) << m.name;
+        EXPECT_FALSE(zero.outputsUntouched()) << m.name;
     }
 }
 

@@ -1,11 +1,9 @@
-// YCbCr to packed RGB: hand-computed goldens by case (white, grey,
-// primaries, clamped extreme chroma, 565 bit positions, alpha), chroma
-// spreading and odd sizes, identities between members, the JPEG-style and
-// video-range decoders, and round trips through the forward conversions.
+// YCbCr to packed RGB: hand-computed goldens (white, grey, primaries,
+// clamped chroma, 565 fields, alpha), chroma spreading at odd sizes, the
+// JPEG-style and video-range decoders.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <vector>
 
 #include "pixora.h"
@@ -49,7 +47,7 @@ uint16_t planar444To565(uint8_t y, uint8_t cb, uint8_t cr) {
 TEST(ColorToRgbGolden, WhiteAndGreyKeepTheirLuma) {
     expectAllFormats(255, 128, 128, {255, 255, 255});
     expectAllFormats(0, 128, 128, {0, 0, 0});
-    for (uint8_t v : {1, 76, 128, 200, 254}) expectAllFormats(v, 128, 128, {v, v, v});
+    for (uint8_t v : {1, 128, 254}) expectAllFormats(v, 128, 128, {v, v, v});
 }
 
 TEST(ColorToRgbGolden, PrimariesComeOutInByteOrderRedGreenBlue) {
@@ -120,29 +118,6 @@ TEST(ColorToRgbGolden, SubsampledChromaCoversItsBlockAndOddEdges) {
     }
 }
 
-// The packed formats of one image agree: 565 is RGB888 with the low bits
-// dropped, RGBA8888 is RGB888 with alpha 255; and the Cr-first member is the
-// Cb-first one after a chroma swap.
-TEST(ColorToRgbGolden, FormatsAndChromaOrderAgreeAcrossMembers) {
-    const uint32_t w = 37, h = 9, cw = 19, ch = 5;
-    auto y = pxr::test::randomBytes(w * h, 21), c = pxr::test::randomBytes(2 * cw * ch, 22);
-    std::vector<uint8_t> rgb(w * h * 3), rgba(w * h * 4), nv21(w * h * 4), swapped(c.size());
-    std::vector<uint16_t> w565(w * h);
-    pxrColorYCbCr420PseudoPlanarToRGB888u8(y.data(), c.data(), w, h, 0, 0, rgb.data(), 0);
-    pxrColorYCbCr420PseudoPlanarToRGBA8888u8(y.data(), c.data(), w, h, 0, 0, rgba.data(), 0);
-    pxrColorYCbCr420PseudoPlanarToRGB565u8(y.data(), c.data(), w, h, 0, 0, w565.data(), 0);
-    pxrColorCbCrSwapu8(c.data(), cw, ch, 0, swapped.data(), 0);
-    pxrColorYCrCb420PseudoPlanarToRGB8888u8(y.data(), swapped.data(), w, h, 0, 0, nv21.data(), 0);
-    EXPECT_EQ(nv21, rgba);
-    for (uint32_t i = 0; i < w * h; ++i) {
-        const uint8_t r = rgb[3 * i], g = rgb[3 * i + 1], b = rgb[3 * i + 2];
-        ASSERT_EQ(w565[i], ((r >> 3) << 11) | ((g >> 2) << 5) | (b >> 3)) << i;
-        ASSERT_EQ((std::array<uint8_t, 4>{rgba[4 * i], rgba[4 * i + 1], rgba[4 * i + 2], rgba[4 * i + 3]}),
-                  (std::array<uint8_t, 4>{r, g, b, 255}))
-            << i;
-    }
-}
-
 // The forward conversion reads its first byte as blue, the inverse writes
 // red first: a pure first-byte pixel, Y 29 (grey would give 76), comes back
 // with its energy in the third byte.
@@ -157,24 +132,6 @@ TEST(ColorToRgbGolden, ForwardAndInverseByteOrdersDifferOnPurpose) {
     EXPECT_LE(back[0], 2);
     EXPECT_LE(back[1], 2);
     EXPECT_GE(back[2], 253);
-}
-
-// RGB888 -> YCbCr 444 -> RGB888 with the bytes of each pixel reversed in
-// between (the two directions read the bytes in opposite orders): within
-// 2 per component for every colour of a coarse cube.
-TEST(ColorToRgbRoundTrip, YCbCr444WithinTwo) {
-    std::vector<uint8_t> rgb;
-    for (int r = 0; r < 256; r += 15)
-        for (int g = 0; g < 256; g += 15)
-            for (int b = 0; b < 256; b += 15) rgb.insert(rgb.end(), {uint8_t(b), uint8_t(g), uint8_t(r)});
-    const uint32_t n = static_cast<uint32_t>(rgb.size() / 3);
-    std::vector<uint8_t> y(n), cb(n), cr(n), back(3 * n);
-    pxrColorRGB888ToYCbCr444Planaru8(rgb.data(), n, 1, 0, y.data(), cb.data(), cr.data(), 0, 0, 0);
-    pxrColorYCbCr444PlanarToRGB888u8(y.data(), cb.data(), cr.data(), n, 1, 0, 0, 0, back.data(), 0);
-    int worst = 0;
-    for (uint32_t i = 0; i < n; ++i)
-        for (int k = 0; k < 3; ++k) worst = std::max(worst, std::abs(back[3 * i + k] - rgb[3 * i + 2 - k]));
-    EXPECT_LE(worst, 2);
 }
 
 // ---- JPEG-style decoders ------------------------------------------------------------
@@ -217,26 +174,6 @@ TEST(ColorToRgbJpeg, SubsampledDecodersEqualH1V1OnSpreadChroma) {
     }
 }
 
-// pxrColorRGB888toYCrCbu8 and H1V1 invert each other within one step.
-TEST(ColorToRgbRoundTrip, JpegWithinOne) {
-    std::vector<uint8_t> rgb;
-    for (int r = 0; r < 256; r += 5)
-        for (int g = 0; g < 256; g += 5)
-            for (int b = 0; b < 256; b += 5) rgb.insert(rgb.end(), {uint8_t(r), uint8_t(g), uint8_t(b)});
-    const uint32_t n = static_cast<uint32_t>(rgb.size() / 3);
-    std::vector<uint8_t> ycrcb(3 * n), y(n), c(2 * n), back(3 * n);
-    pxrColorRGB888toYCrCbu8(rgb.data(), n, 1, 0, ycrcb.data(), 0);
-    for (uint32_t i = 0; i < n; ++i) {
-        y[i] = ycrcb[3 * i];
-        c[2 * i] = ycrcb[3 * i + 1];
-        c[2 * i + 1] = ycrcb[3 * i + 2];
-    }
-    pxrColorYCrCbH1V1toRGB888u8(y.data(), c.data(), n, 1, 0, 0, back.data(), 0);
-    int worst = 0;
-    for (uint32_t i = 0; i < 3 * n; ++i) worst = std::max(worst, std::abs(back[i] - rgb[i]));
-    EXPECT_LE(worst, 1);
-}
-
 // ---- Video range -------------------------------------------------------------------------
 
 namespace {
@@ -268,7 +205,7 @@ TEST(ColorToRgbVideo, RangeAndFieldsOfTheWord) {
 }
 
 TEST(ColorToRgbVideo, ChromaRowServesTwoLumaRowsAndOddSizes) {
-    for (auto [w, h] : {std::pair{6u, 4u}, std::pair{5u, 3u}, std::pair{1u, 1u}, std::pair{7u, 2u}}) {
+    for (auto [w, h] : {std::pair{5u, 3u}, std::pair{1u, 1u}}) {
         const uint32_t cw = (w + 1) / 2, ch = (h + 1) / 2;
         auto src = pxr::test::randomBytes(w * h + 2 * cw * ch, w * 17 + h);
         std::vector<uint16_t> out(w * h);
@@ -285,7 +222,7 @@ TEST(ColorToRgbVideo, ChromaRowServesTwoLumaRowsAndOddSizes) {
 }
 
 TEST(ColorToRgbVideo, Rotate180TurnsTheImage) {
-    for (auto [w, h] : {std::pair{64u, 6u}, std::pair{37u, 5u}, std::pair{2u, 2u}, std::pair{1u, 3u}}) {
+    for (auto [w, h] : {std::pair{37u, 5u}, std::pair{1u, 3u}}) {
         const uint32_t cw = (w + 1) / 2, ch = (h + 1) / 2;
         auto src = pxr::test::randomBytes(w * h + 2 * cw * ch, w + h);
         std::vector<uint16_t> upright(w * h), turned(w * h);

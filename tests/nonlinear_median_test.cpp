@@ -65,7 +65,7 @@ TEST(NonlinearMedianGolden, Median3x3ManyTies) {
 }
 
 TEST(NonlinearMedianMxN, ExactMedianOnFullWindowsOnly) {
-    for (auto [m, n] : {std::pair{1u, 1u}, {3u, 3u}, {5u, 3u}, {1u, 7u}, {15u, 15u}}) {
+    for (auto [m, n] : {std::pair{5u, 3u}, {1u, 7u}, {15u, 15u}}) {
         const uint32_t w = 40, h = 21;
         GuardedImage src(w, h, 2, 6, 1), dst(w, h, 2, 2, 3);
         // Values spread over the whole signed range, with repeats.

@@ -1,10 +1,8 @@
 // The Lucas-Kanade tracker, kind 1 against kind 0 on every vector target:
-// every entry point, identical featureXY_out bits and statuses, nothing
-// written past either array. Textured frames of odd sizes with stride slack
-// and misaligned starts, windows from 5x5 to 41x41 (also wider than the
-// image), one to four levels, features inside, on and past the borders,
-// and a few that are no position at all (NaN, 1e20). The patch kernels are also compared directly
-// over every width and height the sums can take.
+// every entry point, identical output bits and statuses, guards intact; odd
+// sizes, slack, misaligned starts, windows 5x5 to 41x41, one to four levels,
+// features inside, on and past the borders, and non-positions (NaN, 1e20).
+// The patch kernels are compared directly too.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -132,10 +130,9 @@ Result run(Entry e, Scene& s, const Case& c) {
 }
 
 const Case kCases[] = {
-    {37, 29, 3, 2, 5, 5, 10, 1.7f, -0.9f},    {64, 48, 0, 3, 7, 9, 20, -2.2f, 1.4f},
-    {101, 77, 5, 3, 21, 21, 10, 3.3f, 2.6f},  {160, 120, 7, 4, 21, 21, 30, -4.6f, -3.1f},
-    {9, 7, 1, 1, 5, 5, 10, 0.4f, 0.3f},       {23, 5, 0, 1, 7, 9, 5, 0.8f, -0.2f},
-    {131, 67, 2, 4, 11, 5, 100, 6.1f, -1.2f}, {45, 33, 0, 2, 41, 41, 10, 1.1f, 0.7f},
+    {37, 29, 3, 2, 5, 5, 10, 1.7f, -0.9f},     {160, 120, 7, 4, 21, 21, 30, -4.6f, -3.1f},
+    {23, 5, 0, 1, 7, 9, 5, 0.8f, -0.2f},       {131, 67, 2, 4, 11, 5, 100, 6.1f, -1.2f},
+    {45, 33, 0, 2, 41, 41, 10, 1.1f, 0.7f},
 };
 
 }  // namespace
@@ -175,16 +172,16 @@ TEST(FeaturesLkDiff, EveryEntryPointMatchesKindZero) {
     }
 }
 
-// The kernels themselves, past every vector width, chunk boundary (64 and
-// 80 columns) and the narrow spans that fall back to scalar code.
+// The kernels around the vector widths, the 64 and 80 column chunks and the
+// narrow scalar spans.
 TEST(FeaturesLkDiff, PatchKernelsMatchBitForBit) {
     const auto& ref = pxr::lk::referenceKernels();
     const auto& vec = pxr::lk::vectorKernels();
     std::mt19937 gen(5);
     auto value = [&] { return static_cast<float>(static_cast<int>(gen() % 4001) - 2000) / 7.0f; };
     pxr::test::forEachVectorTarget([&](const char* target) {
-        for (int32_t w : {1, 2, 3, 4, 5, 7, 8, 9, 15, 16, 17, 21, 23, 31, 33, 63, 64, 65, 79, 80, 81, 129, 150}) {
-            for (int32_t h : {1, 2, 5, 21}) {
+        for (int32_t w : {1, 3, 4, 5, 8, 9, 16, 17, 63, 64, 65, 80, 81, 150}) {
+            for (int32_t h : {1, 5}) {
                 SCOPED_TRACE(std::string(target) + " " + std::to_string(w) + "x" + std::to_string(h));
                 const int32_t ps = w + 2;
                 std::vector<float> patch(size_t(ps) * (h + 2)), j(size_t(w) * h);
@@ -203,12 +200,11 @@ TEST(FeaturesLkDiff, PatchKernelsMatchBitForBit) {
                 EXPECT_EQ(bitsOf({b0.x, b0.y}), bitsOf({b1.x, b1.y}));
             }
         }
-        // The sampler: every patch size up to 40 at sub-pixel centres inside,
-        // across and outside the edges of an odd-sized image.
+        // The sampler at centres inside, across and outside the edges.
         Frame img = noiseTexture(53, 31, 9, 3);
-        for (int32_t n : {1, 2, 3, 4, 5, 8, 13, 16, 17, 23, 40})
-            for (float cx : {-30.3f, -2.7f, 0.0f, 0.25f, 17.5f, 26.01f, 50.9f, 52.2f, 70.0f})
-                for (float cy : {-1.6f, 0.5f, 14.75f, 29.9f}) {
+        for (int32_t n : {1, 4, 5, 8, 17, 40})
+            for (float cx : {-30.3f, -2.7f, 0.25f, 26.01f, 52.2f, 70.0f})
+                for (float cy : {-1.6f, 14.75f, 29.9f}) {
                     const int32_t m = n % 7 + 1;
                     std::vector<float> p0(size_t(n) * m, -1), p1(p0.size(), -1);
                     const int r0 = ref.sample(img.data(), img.width, img.height, img.stride, p0.data(), n, m, cx, cy);

@@ -185,19 +185,6 @@ TEST(HardwareMask, PlatformBitFromImplementerOrBoardPrefix) {
     EXPECT_TRUE(pxrAvailableHardware(PIXORA_OP_CPU_PERFORMANCE) & PIXORA_HW_PLATFORM);
 }
 
-TEST(HardwareMask, ProcessorIsDetectedOncePerProcess) {
-    FrameSnapshot keep;
-    pxr::test::useCpuInfo(fixture("cpu_only.txt"));
-    EXPECT_EQ(pxr_check_only_cpu(), 1);
-    // A new file is not read again until the detection is forgotten.
-    pxr::platform::setCpuInfoPath(fixture("armv7_neon.txt").c_str());
-    EXPECT_EQ(pxr_check_only_cpu(), 1);
-    EXPECT_EQ(pxrSetOperationMode(PIXORA_OP_PERFORMANCE), 0u);
-    EXPECT_EQ(mode_globalVar, static_cast<uint32_t>(PIXORA_OP_CPU_PERFORMANCE));
-    pxr::detect::resetForTest();
-    EXPECT_EQ(pxr_check_only_cpu(), 0);
-}
-
 TEST(HardwareMask, ComponentStartUpWithoutAcceleratorsReportsNothingAndLogsTheDspTime) {
     FrameSnapshot keep;
     LogCapture log;

@@ -1,4 +1,4 @@
-// Before any mode is set: the static tables, the initial switches, and an
+// Before any mode is set: the static tables and an
 // entry point that runs its reference implementation. Needs a fresh process.
 #include <gtest/gtest.h>
 
@@ -32,17 +32,6 @@ TEST(TablesBeforeAnyMode, EveryRowIsOnKind0WithReferenceCodeInColumns0To3) {
         for (uint32_t k = 1; k < 4; ++k) EXPECT_EQ(pxrInternalFuncTable[id * 7 + k], pxrInternalFuncTable[id * 7]);
         for (uint32_t k = 4; k < 7; ++k) EXPECT_EQ(pxrInternalFuncTable[id * 7 + k], 0u);
     }
-}
-
-TEST(TablesBeforeAnyMode, SwitchesHoldTheirInitialValues) {
-    EXPECT_EQ(mode_globalVar, static_cast<uint32_t>(PIXORA_OP_CPU_PERFORMANCE));
-    EXPECT_EQ(defaultDSP, 1u);
-    EXPECT_EQ(HW_constraint_checks_enable, 1u);
-    EXPECT_EQ(K6_constraint_checks_enable, 1u);
-    EXPECT_EQ(libLogPrint, 0);
-    EXPECT_EQ(KDSP_initflag, 0);
-    EXPECT_EQ(GPU_initflag, 0);
-    EXPECT_EQ(nPxrAvailableProc, 1u);
 }
 
 TEST(TablesBeforeAnyMode, EntryPointRunsTheReferenceImplementation) {

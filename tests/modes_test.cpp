@@ -475,18 +475,16 @@ TEST_F(RemoteLib, UnsetDomainLogsBothLinesAndReturnCodesMatchTheSetter) {
 
 TEST(Version, CopiesTheVersionOrZeroesAShortBuffer) {
     LogCapture log;
+    struct Case {
+        uint32_t size;
+        const char* expected;
+    };
     char buffer[8];
-    std::memset(buffer, 'x', sizeof buffer);
-    pxrGetVersion(buffer, 6);
-    EXPECT_EQ(std::memcmp(buffer, "1.7.1\0xx", 8), 0);
-    std::memset(buffer, 'x', sizeof buffer);
-    pxrGetVersion(buffer, 5);
-    EXPECT_EQ(std::memcmp(buffer, "\0\0\0\0\0xxx", 8), 0);
-    std::memset(buffer, 'x', sizeof buffer);
-    pxrGetVersion(buffer, 0);
-    EXPECT_EQ(std::memcmp(buffer, "xxxxxxxx", 8), 0);
-    pxrGetVersion(buffer, 8);
-    EXPECT_EQ(std::memcmp(buffer, "1.7.1\0xx", 8), 0) << "only six bytes are written";
+    for (const Case c : {Case{6, "1.7.1\0xx"}, Case{5, "\0\0\0\0\0xxx"}, Case{0, "xxxxxxxx"}, Case{8, "1.7.1\0xx"}}) {
+        std::memset(buffer, 'x', sizeof buffer);
+        pxrGetVersion(buffer, c.size);
+        EXPECT_EQ(std::memcmp(buffer, c.expected, 8), 0) << c.size << " (only six bytes are ever written)";
+    }
     pxrGetVersion(nullptr, 6);
     const auto lines = log.lines();
     ASSERT_EQ(lines.size(), 5u);

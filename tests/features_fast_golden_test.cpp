@@ -70,78 +70,52 @@ std::vector<XY> dotGridCorners(uint32_t w, uint32_t h) {
 
 }  // namespace
 
-TEST(FastGoldenSegment, NineArcWrappingPastRingIndexFifteen) {
-    onBothKinds([] {
-        // Ring 12, 13, 14, 15, 0, 1, 2, 3, 4 brighter: 9 contiguous across 15 -> 0.
-        Image img = single(100, 100);
-        paintArc(img, 3, 3, 12, 9, 200);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", img, 20));
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast10u8", img, 20));
-        paintArc(img, 3, 3, 5, 1, 200);  // a tenth: 12 .. 5
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast10u8", img, 20));
-
-        // Eight are not enough, and a ninth apart from them does not join.
-        Image eight = single(100, 100);
-        paintArc(eight, 3, 3, 12, 8, 200);
-        paintArc(eight, 3, 3, 6, 1, 200);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", eight, 20));
-
-        // The same for darker pixels.
-        Image dark = single(100, 100);
-        paintArc(dark, 3, 3, 10, 9, 10);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", dark, 20));
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast10u8", dark, 20));
-
-        // Bright and dark pixels never make one arc together.
-        Image mixed = single(100, 100);
-        paintArc(mixed, 3, 3, 0, 5, 200);
-        paintArc(mixed, 3, 3, 5, 5, 10);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", mixed, 20));
-    });
-}
-
-TEST(FastGoldenSegment, StrictComparisonAndBarrierZero) {
-    onBothKinds([] {
-        Image img = single(100, 100);
-        paintArc(img, 3, 3, 0, 9, 120);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", img, 20)) << "equal to c + barrier is not brighter";
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", img, 19));
-        paintArc(img, 3, 3, 0, 9, 80);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", img, 20)) << "equal to c - barrier is not darker";
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", img, 19));
-
-        // Barrier 0: one level above (or below) the centre is enough; equal is not.
-        Image flat = single(100, 100);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", flat, 0));
-        paintArc(flat, 3, 3, 3, 9, 101);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", flat, 0));
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast10u8", flat, 0));
-        paintArc(flat, 3, 3, 3, 10, 99);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast10u8", flat, 0));
-    });
-}
-
-TEST(FastGoldenSegment, CentreNearWhiteAndHugeBarriers) {
-    onBothKinds([] {
-        // c = 250, threshold 10: nothing can be above 260.
-        Image img = single(250, 255);
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", img, 10));
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", img, 4));  // 255 > 254
-        // c = 255: only darker arcs exist, even at threshold 0.
-        Image white = single(255, 255);
-        paintArc(white, 3, 3, 0, 16, 254);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast10u8", white, 0));
-        EXPECT_FALSE(cornerAtCentre("pxrCornerFast10u8", white, 1));
-
-        // 0 against 255: a corner up to threshold 254, never from 255 on,
-        // however large the threshold (no wrap-around in c + barrier).
-        Image black = single(0, 255);
-        Image bright = single(255, 0);
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", black, 254));
-        EXPECT_TRUE(cornerAtCentre("pxrCornerFast9u8", bright, 254));
-        for (uint32_t barrier : {255u, 0x80000000u, 0xFFFFFFFFu}) {
-            EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", black, barrier)) << barrier;
-            EXPECT_FALSE(cornerAtCentre("pxrCornerFast9u8", bright, barrier)) << barrier;
+TEST(FastGoldenSegment, ArcsComparisonsAndBarriers) {
+    struct Arc {
+        int first, length;
+        uint8_t value;
+    };
+    struct Case {
+        const char* what;
+        uint8_t centre, background;
+        std::vector<Arc> arcs;
+        bool fast10;
+        uint32_t barrier;
+        bool corner;
+    };
+    const std::vector<Case> cases = {
+        {"nine bright across ring index 15 -> 0", 100, 100, {{12, 9, 200}}, false, 20, true},
+        {"nine are not ten", 100, 100, {{12, 9, 200}}, true, 20, false},
+        {"ten across 15 -> 0", 100, 100, {{12, 10, 200}}, true, 20, true},
+        {"eight plus one apart", 100, 100, {{12, 8, 200}, {6, 1, 200}}, false, 20, false},
+        {"nine dark", 100, 100, {{10, 9, 10}}, false, 20, true},
+        {"nine dark are not ten", 100, 100, {{10, 9, 10}}, true, 20, false},
+        {"bright and dark never join", 100, 100, {{0, 5, 200}, {5, 5, 10}}, false, 20, false},
+        {"equal to c + barrier is not brighter", 100, 100, {{0, 9, 120}}, false, 20, false},
+        {"one above c + barrier", 100, 100, {{0, 9, 120}}, false, 19, true},
+        {"equal to c - barrier is not darker", 100, 100, {{0, 9, 80}}, false, 20, false},
+        {"one below c - barrier", 100, 100, {{0, 9, 80}}, false, 19, true},
+        {"barrier 0, flat", 100, 100, {}, false, 0, false},
+        {"barrier 0, one level above", 100, 100, {{3, 9, 101}}, false, 0, true},
+        {"barrier 0, nine above are not ten", 100, 100, {{3, 9, 101}}, true, 0, false},
+        {"barrier 0, ten below", 100, 100, {{3, 10, 99}}, true, 0, true},
+        {"nothing above 260", 250, 255, {}, false, 10, false},
+        {"255 > 254", 250, 255, {}, false, 4, true},
+        {"white centre, darker at 0", 255, 255, {{0, 16, 254}}, true, 0, true},
+        {"white centre, darker at 1", 255, 255, {{0, 16, 254}}, true, 1, false},
+        {"black in white at 254", 0, 255, {}, false, 254, true},
+        {"white in black at 254", 255, 0, {}, false, 254, true},
+        {"black in white at 255", 0, 255, {}, false, 255, false},
+        {"white in black at 255", 255, 0, {}, false, 255, false},
+        {"no wrap-around in c + barrier", 0, 255, {}, false, 0x80000000u, false},
+        {"no wrap-around in c - barrier", 255, 0, {}, false, 0xFFFFFFFFu, false},
+    };
+    onBothKinds([&] {
+        for (const Case& c : cases) {
+            Image img = single(c.centre, c.background);
+            for (const Arc& a : c.arcs) paintArc(img, 3, 3, a.first, a.length, a.value);
+            EXPECT_EQ(cornerAtCentre(c.fast10 ? "pxrCornerFast10u8" : "pxrCornerFast9u8", img, c.barrier), c.corner)
+                << c.what;
         }
     });
 }

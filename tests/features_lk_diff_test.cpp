@@ -62,7 +62,8 @@ struct Scene {
     Pyramid pa, pb;
     std::vector<float> features, estimate;
     Scene(const Case& c, uint32_t slack, uint32_t seed)
-        : a(withSlack(noiseTexture(c.width, c.height, seed), slack, seed % 7)), b(shifted(a, c.dx, c.dy, 3, seed)),
+        : a(withSlack(texture(c.width, c.height), slack, seed % 7)),
+          b(withSlack(texture(c.width, c.height, c.dx, c.dy), slack, seed % 7)),
           pa(a, c.levels), pb(b, c.levels) {
         std::mt19937 gen(seed * 31 + 7);
         auto uniform = [&](float lo, float hi) { return lo + (hi - lo) * static_cast<float>(gen() % 10000) / 10000.0f; };
@@ -201,7 +202,7 @@ TEST(FeaturesLkDiff, PatchKernelsMatchBitForBit) {
             }
         }
         // The sampler at centres inside, across and outside the edges.
-        Frame img = noiseTexture(53, 31, 9, 3);
+        Frame img = texture(53, 31, 0.0f, 0.0f, 3);
         for (int32_t n : {1, 4, 5, 8, 17, 40})
             for (float cx : {-30.3f, -2.7f, 0.25f, 26.01f, 52.2f, 70.0f})
                 for (float cy : {-1.6f, 14.75f, 29.9f}) {

@@ -1,13 +1,11 @@
-// Helpers of the Lucas-Kanade tracker tests: textured frames (from a smooth
-// function, or from blurred noise), exact sub-pixel shifts of a frame,
-// pyramids in both record layouts, and arrays with guard words.
+// Helpers of the Lucas-Kanade tracker tests: textured frames, pyramids in
+// both record layouts, and arrays with guard words.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <random>
 #include <vector>
 
 #include "pixora.h"
@@ -42,62 +40,6 @@ inline Frame texture(uint32_t w, uint32_t h, float dx = 0.0f, float dy = 0.0f, u
     for (uint32_t y = 0; y < h; ++y)
         for (uint32_t x = 0; x < w; ++x) {
             const float v = waves((static_cast<float>(x) - dx) / scale, (static_cast<float>(y) - dy) / scale);
-            f.at(x, y) = static_cast<uint8_t>(std::clamp(std::lround(v), 0l, 255l));
-        }
-    return f;
-}
-
-// Random noise smoothed by two 5x5 box passes: texture at every scale a
-// small window sees.
-inline Frame noiseTexture(uint32_t w, uint32_t h, uint32_t seed, uint32_t slack = 0) {
-    std::mt19937 gen(seed);
-    std::vector<float> a(size_t{w} * h), b(a.size());
-    for (float& v : a) v = static_cast<float>(gen() % 256);
-    auto box = [&](const std::vector<float>& in, std::vector<float>& out) {
-        for (uint32_t y = 0; y < h; ++y)
-            for (uint32_t x = 0; x < w; ++x) {
-                float s = 0;
-                int n = 0;
-                for (int j = -2; j <= 2; ++j)
-                    for (int i = -2; i <= 2; ++i) {
-                        const int64_t xx = int64_t{x} + i, yy = int64_t{y} + j;
-                        if (xx < 0 || yy < 0 || xx >= w || yy >= h) continue;
-                        s += in[size_t(yy) * w + size_t(xx)];
-                        ++n;
-                    }
-                out[size_t{y} * w + x] = s / static_cast<float>(n);
-            }
-    };
-    box(a, b);
-    box(b, a);
-    float lo = 255, hi = 0;
-    for (float v : a) lo = std::min(lo, v), hi = std::max(hi, v);
-    Frame f(w, h, slack);
-    for (uint32_t y = 0; y < h; ++y)
-        for (uint32_t x = 0; x < w; ++x)
-            f.at(x, y) = static_cast<uint8_t>(std::lround((a[size_t{y} * w + x] - lo) * 255.0f / std::max(hi - lo, 1.0f)));
-    return f;
-}
-
-// The frame moved by (dx, dy) (bilinear, edges replicated), plus noise of
-// +-noise levels.
-inline Frame shifted(const Frame& src, float dx, float dy, int noise = 0, uint32_t seed = 1) {
-    std::mt19937 gen(seed);
-    Frame f(src.width, src.height, src.stride - src.width, src.offset);
-    auto px = [&](int64_t x, int64_t y) {
-        x = std::clamp<int64_t>(x, 0, src.width - 1);
-        y = std::clamp<int64_t>(y, 0, src.height - 1);
-        return static_cast<float>(src.at(uint32_t(x), uint32_t(y)));
-    };
-    for (uint32_t y = 0; y < src.height; ++y)
-        for (uint32_t x = 0; x < src.width; ++x) {
-            const float sx = static_cast<float>(x) - dx, sy = static_cast<float>(y) - dy;
-            const float fx = std::floor(sx), fy = std::floor(sy);
-            const float ax = sx - fx, ay = sy - fy;
-            const auto ix = static_cast<int64_t>(fx), iy = static_cast<int64_t>(fy);
-            float v = (1 - ay) * ((1 - ax) * px(ix, iy) + ax * px(ix + 1, iy)) +
-                      ay * ((1 - ax) * px(ix, iy + 1) + ax * px(ix + 1, iy + 1));
-            if (noise) v += static_cast<float>(static_cast<int>(gen() % (2 * noise + 1)) - noise);
             f.at(x, y) = static_cast<uint8_t>(std::clamp(std::lround(v), 0l, 255l));
         }
     return f;
@@ -141,17 +83,6 @@ public:
         pristine_ = bytes_;
     }
     T* data() { return reinterpret_cast<T*>(bytes_.data()) + kGuard; }
-    T operator[](size_t i) const {
-        T v;
-        std::memcpy(&v, bytes_.data() + (kGuard + i) * sizeof(T), sizeof(T));
-        return v;
-    }
-    // Fills the elements (not the guards) from v; the result is the new
-    // pristine state.
-    void set(const std::vector<T>& v) {
-        std::memcpy(data(), v.data(), std::min(v.size(), n_) * sizeof(T));
-        pristine_ = bytes_;
-    }
     std::vector<T> values() const {
         std::vector<T> v(n_);
         std::memcpy(v.data(), bytes_.data() + kGuard * sizeof(T), n_ * sizeof(T));

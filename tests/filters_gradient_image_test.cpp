@@ -143,24 +143,6 @@ TEST(GradientGolden, ImagesWithoutInteriorWriteNothing) {
     EXPECT_TRUE(log.lines().empty());  // the plain generations accept them
 }
 
-TEST(GradientContract, StrideZeroMeansPacked) {
-    const auto src = pxr::test::randomBytes(23 * 9, 4);
-    const uint32_t n = 21 * 7;
-    std::vector<int16_t> a(2 * n), b(2 * n), c(2 * n);
-    pxrImageGradientSobelInterleaveds16_v2(src.data(), 23, 9, 0, a.data(), 0);
-    pxrImageGradientSobelInterleaveds16_v2(src.data(), 23, 9, 23, b.data(), 21 * 4);
-    pxrImageGradientSobelInterleaveds16(src.data(), 23, 9, 23, c.data());
-    EXPECT_EQ(a, b);
-    EXPECT_EQ(a, c);
-    std::vector<float> fsrc(23 * 9);
-    for (size_t i = 0; i < fsrc.size(); ++i) fsrc[i] = src[i] * 0.5f;
-    std::vector<float> fx0(n), fy0(n), fx1(n), fy1(n);
-    pxrImageGradientSobelPlanarf32f32_v2(fsrc.data(), 23, 9, 0, fx0.data(), fy0.data(), 0);
-    pxrImageGradientSobelPlanarf32f32(fsrc.data(), 23, 9, 23 * 4, fx1.data(), fy1.data());
-    EXPECT_EQ(fx0, fx1);
-    EXPECT_EQ(fy0, fy1);
-}
-
 TEST(GradientContract, ThirdGenerationReturnsStatus) {
     const auto src = pxr::test::randomBytes(11 * 6, 8);
     std::vector<int16_t> a(9 * 4 * 2), b(9 * 4 * 2), dx(9 * 4), dy(9 * 4), dx2(9 * 4), dy2(9 * 4);
@@ -352,25 +334,6 @@ cv::Mat interiorSums(const cv::Mat& src, const cv::Mat& kernel) {
 }
 
 }  // namespace
-
-TEST(GradientOpenCV, CentralDifferencesEqualFilter2D) {
-    const uint32_t w = 333, h = 121;
-    const cv::Mat src = testImage(w, h, 31);
-    const cv::Mat sx = interiorSums(src, (cv::Mat_<float>(1, 3) << -1, 0, 1));
-    const cv::Mat sy = interiorSums(src, (cv::Mat_<float>(3, 1) << -1, 0, 1));
-    std::vector<int16_t> g(size_t{w - 2} * (h - 2) * 2);
-    std::vector<float> fx(size_t{w - 2} * (h - 2)), fy(fx.size());
-    pxrImageGradientInterleaveds16_v2(src.data, w, h, w, g.data(), 0);
-    pxrImageGradientPlanarf32(src.data, w, h, w, fx.data(), fy.data());
-    for (uint32_t y = 0; y < h - 2; ++y)
-        for (uint32_t x = 0; x < w - 2; ++x) {
-            const size_t i = size_t{y} * (w - 2) + x;
-            ASSERT_EQ(g[2 * i], sx.at<float>(y, x)) << x << "," << y;
-            ASSERT_EQ(g[2 * i + 1], sy.at<float>(y, x)) << x << "," << y;
-            ASSERT_EQ(fx[i], sx.at<float>(y, x));
-            ASSERT_EQ(fy[i], sy.at<float>(y, x));
-        }
-}
 
 TEST(GradientOpenCV, SobelAndScharrEqualFilter2D) {
     const uint32_t w = 257, h = 99;

@@ -74,13 +74,6 @@ TEST(Gaussian3x3Golden, BlurBorderZeroLeavesBorderUntouched) {
             }
 }
 
-TEST(Gaussian3x3Golden, UniformImageKeepsItsValueWithRenormalisedBorder) {
-    for (uint8_t v : {uint8_t{1}, uint8_t{255}, uint8_t{100}}) {
-        std::vector<uint8_t> src(7 * 5, v);
-        EXPECT_EQ(run_v2(src, 7, 5, 1), src) << int(v);
-    }
-}
-
 TEST(Gaussian3x3Golden, TwoByTwoIsAllCorners) {
     std::vector<uint8_t> src = {90, 0, 0, 0};
     // The strided generation's size pattern refuses width 2 before its
@@ -115,13 +108,6 @@ TEST(Gaussian3x3Border, ReplicateBorderWeightsTheCornerNine) {
     EXPECT_EQ(run_v3(flat, 5, 5, PIXORA_BORDER_REPLICATE, 0), flat);
 }
 
-TEST(Gaussian3x3Border, DefaultIsTheRenormalisedBlur) {
-    auto src = pxr::test::randomBytes(11 * 7, 9);
-    int status = -1;
-    EXPECT_EQ(run_v3(src, 11, 7, PIXORA_BORDER_DEFAULT, 99, &status), run_v2(src, 11, 7, 1));
-    EXPECT_EQ(status, 0);
-}
-
 TEST(Gaussian3x3Border, OnePixelWideImageUsesTheCroppedKernel) {
     std::vector<uint8_t> src = {80, 40, 0, 0};
     int status = -1;
@@ -147,17 +133,6 @@ TEST(Gaussian3x3Contract, WidthsTwoToSixAreRefusedWithErrorAt) {
     pxrFilterGaussian3x3u8_v2(src.data(), 7, 4, 0, dst.data(), 0, 1);
     EXPECT_EQ(dst, src);
     EXPECT_TRUE(log.lines().empty());
-}
-
-TEST(Gaussian3x3Contract, StrideZeroMeansPacked) {
-    auto src = pxr::test::randomBytes(13 * 6, 3);
-    std::vector<uint8_t> a(13 * 6, 1), b(13 * 6, 1);
-    pxrFilterGaussian3x3u8_v2(src.data(), 13, 6, 0, a.data(), 0, 1);
-    pxrFilterGaussian3x3u8_v2(src.data(), 13, 6, 13, b.data(), 13, 1);
-    EXPECT_EQ(a, b);
-    std::vector<uint8_t> c(13 * 6, 1);
-    pxrFilterGaussian3x3u8(src.data(), 13, 6, c.data(), 1);
-    EXPECT_EQ(a, c);
 }
 
 TEST(Gaussian3x3BadInput, LogsTheConditionAndWritesNothing) {
@@ -210,28 +185,22 @@ TEST(Gaussian3x3Invariant, FailureEndsTheProcessWithItsSourceText) {
                 "pixora_lib_log: pixoraBlurC@[0-9]+: 2 \\+ 2 == 5 Assertion failed");
 }
 
-TEST(Gaussian3x3Differential, PlainGeneration) {
-    for (int blurBorder : {0, 1}) {
-        pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
-            "pxrFilterGaussian3x3u8 blurBorder " + std::to_string(blurBorder), PXR_ROW_FilterGaussian3x3u8, 1, 1,
-            [blurBorder](GuardedImage& s, GuardedImage& d) {
-                pxrFilterGaussian3x3u8(s.data(), s.width(), s.height(), d.data(), blurBorder);
-            },
-            true));
-    }
-}
-
-TEST(Gaussian3x3Differential, StridedGeneration) {
+TEST(Gaussian3x3Differential, EveryGenerationBorderAndBlurBorder) {
     for (int blurBorder : {0, 1, 2}) {
+        const std::string suffix = " blurBorder " + std::to_string(blurBorder);
+        if (blurBorder < 2)
+            pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
+                "pxrFilterGaussian3x3u8" + suffix, PXR_ROW_FilterGaussian3x3u8, 1, 1,
+                [blurBorder](GuardedImage& s, GuardedImage& d) {
+                    pxrFilterGaussian3x3u8(s.data(), s.width(), s.height(), d.data(), blurBorder);
+                },
+                true));
         pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
-            "pxrFilterGaussian3x3u8_v2 blurBorder " + std::to_string(blurBorder), PXR_ROW_FilterGaussian3x3u8, 1, 1,
+            "pxrFilterGaussian3x3u8_v2" + suffix, PXR_ROW_FilterGaussian3x3u8, 1, 1,
             [blurBorder](GuardedImage& s, GuardedImage& d) {
                 pxrFilterGaussian3x3u8_v2(s.data(), s.width(), s.height(), s.stride(), d.data(), d.stride(), blurBorder);
             }));
     }
-}
-
-TEST(Gaussian3x3Differential, BorderTypes) {
     for (auto type : {PIXORA_BORDER_DEFAULT, PIXORA_BORDER_CONSTANT, PIXORA_BORDER_REPLICATE}) {
         pxr::test::expectAllKindsMatch(pxr::test::unaryOp(
             "pxrFilterGaussian3x3u8_v3 border " + std::to_string(type), PXR_ROW_FilterGaussian3x3u8_v3, 1, 1,

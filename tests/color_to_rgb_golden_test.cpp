@@ -44,28 +44,22 @@ uint16_t planar444To565(uint8_t y, uint8_t cb, uint8_t cr) {
 
 // ---- YCbCr to RGB, 8-bit weights ---------------------------------------------
 
-TEST(ColorToRgbGolden, WhiteAndGreyKeepTheirLuma) {
-    expectAllFormats(255, 128, 128, {255, 255, 255});
-    expectAllFormats(0, 128, 128, {0, 0, 0});
-    for (uint8_t v : {1, 128, 254}) expectAllFormats(v, 128, 128, {v, v, v});
-}
-
-TEST(ColorToRgbGolden, PrimariesComeOutInByteOrderRedGreenBlue) {
-    // base = 256 Y + 128: red (19584 + 359 x 127) >> 8 = 254, the others 0.
-    expectAllFormats(76, 85, 255, {254, 0, 0});
-    // Green: (38528 + 88 x 85 + 183 x 107) >> 8 = 256, clamped to 255.
-    expectAllFormats(150, 43, 21, {0, 255, 0});
-    // Blue: (7552 + 454 x 127) >> 8 = 254.
-    expectAllFormats(29, 255, 107, {0, 0, 254});
-}
-
-TEST(ColorToRgbGolden, ExtremeChromaClampsInsteadOfWrapping) {
-    // Red 433 and blue 480 before the clamp (177 and 224 if they wrapped).
-    expectAllFormats(255, 255, 255, {255, 121, 255});
-    // Red and blue negative (-179, -227): 0, not 77 or 29.
-    expectAllFormats(0, 0, 0, {0, 136, 0});
-    expectAllFormats(0, 255, 0, {0, 48, 225});
-    expectAllFormats(255, 0, 255, {255, 208, 28});
+TEST(ColorToRgbGolden, GreysPrimariesAndClampedChroma) {
+    struct Case {
+        uint8_t y, cb, cr;
+        Px rgb;
+    };
+    const Case cases[] = {
+        {255, 128, 128, {255, 255, 255}}, {0, 128, 128, {0, 0, 0}}, {1, 128, 128, {1, 1, 1}},
+        {128, 128, 128, {128, 128, 128}}, {254, 128, 128, {254, 254, 254}},
+        {76, 85, 255, {254, 0, 0}},   // red (19584 + 359 x 127) >> 8 = 254, base = 256 Y + 128
+        {150, 43, 21, {0, 255, 0}},   // green (38528 + 88 x 85 + 183 x 107) >> 8 = 256, clamped
+        {29, 255, 107, {0, 0, 254}},  // blue (7552 + 454 x 127) >> 8 = 254
+        {255, 255, 255, {255, 121, 255}},  // red 433 and blue 480 clamp (177 and 224 if they wrapped)
+        {0, 0, 0, {0, 136, 0}},            // red and blue negative (-179, -227): 0, not 77 or 29
+        {0, 255, 0, {0, 48, 225}},         {255, 0, 255, {255, 208, 28}},
+    };
+    for (const Case& c : cases) expectAllFormats(c.y, c.cb, c.cr, c.rgb);
 }
 
 TEST(ColorToRgbGolden, Rgb565KeepsTheTopBitsInTheirFields) {

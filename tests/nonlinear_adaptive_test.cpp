@@ -12,6 +12,7 @@
 #include "frame/row_ids.h"
 #include "pixora.h"
 #include "support/differential.h"
+#include "support/fuzz.h"
 #include "support/log_capture.h"
 
 using pxr::test::GuardedImage;
@@ -128,4 +129,12 @@ TEST(NonlinearAdaptiveDifferential, EveryKindMatches) {
                 [&m, type = type, value = value](GuardedImage& s, GuardedImage& d) {
                     m.fn(s.data(), s.width(), s.height(), s.stride(), 201, type, value, d.data(), d.stride());
                 }));
+}
+
+TEST(NonlinearAdaptiveFuzz, RandomArgumentsOnExactBuffers) {
+    for (const Member& m : kMembers)
+        pxr::test::fuzzEntry({m.name, m.row, 1, 1, false, [fn = m.fn](const pxr::test::FuzzArgs& a, uint8_t* s, uint8_t* d) {
+                                  fn(s, a.width, a.height, a.srcStride, a.value, a.border % 3u,
+                                     (int32_t(a.value) - 128) * 3, d, a.dstStride);
+                              }}, 600);
 }

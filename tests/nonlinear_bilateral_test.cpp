@@ -12,6 +12,7 @@
 #include "imgproc/filters/nonlinear_bilateral_kernels.h"
 #include "pixora.h"
 #include "support/differential.h"
+#include "support/fuzz.h"
 #include "support/log_capture.h"
 #include "support/nonlinear_shapes.h"
 
@@ -179,5 +180,20 @@ TEST(NonlinearBilateralDifferential, EveryKindMatches) {
                 1, [&s, sc = sc, ss = ss](GuardedImage& a, GuardedImage& b) {
                     EXPECT_EQ(s.sigmas(a.data(), a.width(), a.height(), a.stride(), b.data(), b.stride(), sc, ss), 0);
                 }), use);
+    }
+}
+
+TEST(NonlinearBilateralFuzz, RandomArgumentsOnExactBuffers) {
+    using pxr::test::FuzzArgs;
+    for (const Size& s : kSizes) {
+        const std::string name = std::string("pxrBilateralFilter") + s.name + "u8";
+        pxr::test::fuzzEntry({name.c_str(), s.fixedRow, 1, 1, false, [fn = s.fixed](const FuzzArgs& a, uint8_t* p, uint8_t* d) {
+                                  fn(p, a.width, a.height, a.srcStride, d, a.dstStride);
+                              }}, 600);
+        const std::string v2 = name + "_v2";
+        pxr::test::fuzzEntry({v2.c_str(), s.sigmasRow, 1, 1, false, [fn = s.sigmas](const FuzzArgs& a, uint8_t* p, uint8_t* d) {
+                                  fn(p, a.width, a.height, a.srcStride, d, a.dstStride, float(a.value) * 0.5f,
+                                     float(a.border) * 0.7f - 0.7f);
+                              }}, 600);
     }
 }

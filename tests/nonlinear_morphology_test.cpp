@@ -123,36 +123,25 @@ TEST(NonlinearMorphologyDifferential, EveryKindMatches) {
         unaryOp("pxrFilterDilate3x3u8_v2", PXR_ROW_FilterDilate3x3u8, 1, 1, [](GuardedImage& s, GuardedImage& d) {
             pxrFilterDilate3x3u8_v2(s.data(), s.width(), s.height(), s.stride(), d.data(), d.stride());
         }));
-    for (auto type : {PIXORA_BORDER_DEFAULT, PIXORA_BORDER_CONSTANT, PIXORA_BORDER_REPLICATE}) {
-        pxr::test::expectAllKindsMatch(unaryOp("pxrFilterErode3x3u8_v3 " + std::to_string(type),
-                                               PXR_ROW_FilterErode3x3u8_v3, 1, 1,
-                                               [type](GuardedImage& s, GuardedImage& d) {
-                                                   EXPECT_EQ(pxrFilterErode3x3u8_v3(s.data(), s.width(), s.height(),
-                                                                                    s.stride(), d.data(), d.stride(),
-                                                                                    type, 60),
-                                                             0);
-                                               }));
-        pxr::test::expectAllKindsMatch(unaryOp("pxrFilterDilate3x3u8_v3 " + std::to_string(type),
-                                               PXR_ROW_FilterDilate3x3u8_v3, 1, 1,
-                                               [type](GuardedImage& s, GuardedImage& d) {
-                                                   EXPECT_EQ(pxrFilterDilate3x3u8_v3(s.data(), s.width(), s.height(),
-                                                                                     s.stride(), d.data(), d.stride(),
-                                                                                     type, 190),
-                                                             0);
-                                               }));
-    }
-    for (uint32_t n : {1u, 3u, 7u, 15u}) {
-        pxr::test::expectAllKindsMatch(unaryOp(
-            "pxrFilterErodeNxNu8 " + std::to_string(n), PXR_ROW_FilterErodeNxNu8, 1, 1,
-            [n](GuardedImage& s, GuardedImage& d) {
-                EXPECT_EQ(pxrFilterErodeNxNu8(s.data(), s.width(), s.height(), s.stride(), n, d.data(), d.stride()), 0);
-            }));
-        pxr::test::expectAllKindsMatch(unaryOp(
-            "pxrFilterDilateNxNu8 " + std::to_string(n), PXR_ROW_FilterDilateNxNu8, 1, 1,
-            [n](GuardedImage& s, GuardedImage& d) {
-                EXPECT_EQ(pxrFilterDilateNxNu8(s.data(), s.width(), s.height(), s.stride(), n, d.data(), d.stride()),
-                          0);
-            }));
+    for (bool erode : {true, false}) {
+        const std::string name = erode ? "pxrFilterErode" : "pxrFilterDilate";
+        auto v3 = erode ? pxrFilterErode3x3u8_v3 : pxrFilterDilate3x3u8_v3;
+        auto nxn = erode ? pxrFilterErodeNxNu8 : pxrFilterDilateNxNu8;
+        for (auto type : {PIXORA_BORDER_DEFAULT, PIXORA_BORDER_CONSTANT, PIXORA_BORDER_REPLICATE})
+            pxr::test::expectAllKindsMatch(unaryOp(
+                name + "3x3u8_v3 " + std::to_string(type),
+                erode ? PXR_ROW_FilterErode3x3u8_v3 : PXR_ROW_FilterDilate3x3u8_v3, 1, 1,
+                [v3, type, erode](GuardedImage& s, GuardedImage& d) {
+                    EXPECT_EQ(v3(s.data(), s.width(), s.height(), s.stride(), d.data(), d.stride(), type,
+                                 erode ? 60 : 190),
+                              0);
+                }));
+        for (uint32_t n : {1u, 3u, 7u, 15u})
+            pxr::test::expectAllKindsMatch(unaryOp(
+                name + "NxNu8 " + std::to_string(n), erode ? PXR_ROW_FilterErodeNxNu8 : PXR_ROW_FilterDilateNxNu8, 1,
+                1, [nxn, n](GuardedImage& s, GuardedImage& d) {
+                    EXPECT_EQ(nxn(s.data(), s.width(), s.height(), s.stride(), n, d.data(), d.stride()), 0);
+                }));
     }
 }
 

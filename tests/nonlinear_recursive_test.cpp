@@ -10,6 +10,7 @@
 #include "frame/row_ids.h"
 #include "pixora.h"
 #include "support/differential.h"
+#include "support/fuzz.h"
 #include "support/log_capture.h"
 
 using pxr::test::GuardedImage;
@@ -78,4 +79,12 @@ TEST(NonlinearRecursiveDifferential, EveryKindMatches) {
                                                         b.stride(), sc, ss),
                           0);
             }));
+}
+
+TEST(NonlinearRecursiveFuzz, RandomArgumentsOnExactBuffers) {
+    pxr::test::fuzzEntry({"pxrBilateralFilterRecursiveu8", PXR_ROW_BilateralFilterRecursiveu8, 1, 1, false,
+                          [](const pxr::test::FuzzArgs& a, uint8_t* s, uint8_t* d) {
+                              pxrBilateralFilterRecursiveu8(s, a.width, a.height, a.srcStride, d, a.dstStride,
+                                                            float(a.value) * 0.5f, float(a.border) * 0.7f - 0.7f);
+                          }}, 600);
 }

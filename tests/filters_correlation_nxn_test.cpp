@@ -35,40 +35,26 @@ uint8_t scaledU8(int8_t c, uint8_t p, int32_t shift) {
 
 }  // namespace
 
-TEST(CorrelationScaling, ZeroAndNegativeShiftsMultiplyExactly) {
-    EXPECT_EQ(scaledS16(100, 2, 0), 200);
-    EXPECT_EQ(scaledS16(-128, 255, 0), -32640);
-    EXPECT_EQ(scaledS16(100, 2, -1), 400);
-    EXPECT_EQ(scaledS16(127, 1, -8), 32512);
-    EXPECT_EQ(scaledS16(64, 2, -8), 32767);  // 32768 saturates
-    // The shifted value is exact before it is clamped: 1 << 31 does not wrap
-    // round to a negative number.
-    EXPECT_EQ(scaledS16(1, 1, -31), 32767);
-    EXPECT_EQ(scaledS16(-1, 1, -31), -32768);
-    EXPECT_EQ(scaledU8(1, 1, -31), 255);
-}
-
-TEST(CorrelationScaling, ShiftsOfThirtyTwoOrMoreGiveZero) {
-    for (int32_t shift : {-32, -33, -100, INT_MIN, 32, 33, 100, INT_MAX}) {
+TEST(CorrelationScaling, ShiftsRoundHalfUpSaturateAndVanishFromThirtyTwo) {
+    struct Case {
+        int8_t c;
+        uint8_t p;
+        int32_t shift;
+        int16_t s16;
+    };
+    const Case cases[] = {
+        {100, 2, 0, 200}, {-128, 255, 0, -32640}, {100, 2, -1, 400}, {127, 1, -8, 32512},
+        {64, 2, -8, 32767},                      // 32768 saturates
+        {1, 1, -31, 32767}, {-1, 1, -31, -32768}, // exact before the clamp: 1 << 31 does not wrap
+        {5, 1, 1, 3}, {-5, 1, 1, -2}, {4, 1, 1, 2}, {-3, 1, 1, -1}, {-1, 1, 1, 0},  // half up: 2.5, -2.5, -1.5, -0.5
+        {6, 1, 2, 2}, {-6, 1, 2, -1}, {-7, 1, 2, -2}, {5, 1, 2, 1}, {127, 255, 15, 1}, {-128, 255, 31, 0}};
+    for (const Case& c : cases) EXPECT_EQ(scaledS16(c.c, c.p, c.shift), c.s16) << int(c.c) << " " << c.shift;
+    for (int32_t shift : {-32, -33, INT_MIN, 32, 33, INT_MAX}) {
         EXPECT_EQ(scaledS16(1, 1, shift), 0) << shift;
         EXPECT_EQ(scaledS16(-128, 255, shift), 0) << shift;
         EXPECT_EQ(scaledU8(127, 255, shift), 0) << shift;
     }
-    EXPECT_EQ(scaledS16(1, 1, -31), 32767);  // the last shift that keeps anything
-}
-
-TEST(CorrelationScaling, PositiveShiftsRoundHalfUp) {
-    EXPECT_EQ(scaledS16(5, 1, 1), 3);    // 2.5 -> 3
-    EXPECT_EQ(scaledS16(-5, 1, 1), -2);  // -2.5 -> -2
-    EXPECT_EQ(scaledS16(4, 1, 1), 2);
-    EXPECT_EQ(scaledS16(-3, 1, 1), -1);  // -1.5 -> -1
-    EXPECT_EQ(scaledS16(-1, 1, 1), 0);   // -0.5 -> 0
-    EXPECT_EQ(scaledS16(6, 1, 2), 2);    // 1.5 -> 2
-    EXPECT_EQ(scaledS16(-6, 1, 2), -1);  // -1.5 -> -1
-    EXPECT_EQ(scaledS16(-7, 1, 2), -2);  // -1.75 -> -2
-    EXPECT_EQ(scaledS16(5, 1, 2), 1);    // 1.25 -> 1
-    EXPECT_EQ(scaledS16(127, 255, 15), 1);   // 32385 / 32768 = 0.99 -> 1
-    EXPECT_EQ(scaledS16(-128, 255, 31), 0);  // -32640 / 2^31 -> 0
+    EXPECT_EQ(scaledU8(1, 1, -31), 255);
 }
 
 TEST(CorrelationScaling, BytesClampAndShortsSaturate) {

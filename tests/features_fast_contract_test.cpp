@@ -37,24 +37,11 @@ struct Call {
     std::vector<uint32_t> temp = std::vector<uint32_t>(3 * 64 + 16, 0xA5A5A5A5);
     std::vector<uint8_t> mask = std::vector<uint8_t>(2 * 12, 0);
     uint32_t count = 0xA5A5A5A5;
-    Args a;
+    Args a{.src = img.data(), .width = 16, .height = 12, .stride = 0, .barrier = 10, .border = 3,
+           .xy = xy.data(), .scores = scores.data(), .max = 64, .count = &count, .mask = mask.data(),
+           .maskWidth = 16, .maskHeight = 12, .nms = 1, .tempBuf = temp.data()};
     Call() {
         for (size_t i = 0; i < img.pixels.size(); ++i) img.pixels[i] = static_cast<uint8_t>(i * 97 % 251);
-        a.src = img.data();
-        a.width = 16;
-        a.height = 12;
-        a.stride = 0;
-        a.barrier = 10;
-        a.border = 3;
-        a.xy = xy.data();
-        a.scores = scores.data();
-        a.max = 64;
-        a.count = &count;
-        a.mask = mask.data();
-        a.maskWidth = 16;
-        a.maskHeight = 12;
-        a.nms = 1;
-        a.tempBuf = temp.data();
     }
     bool untouched() const {
         auto marked = [](const std::vector<uint32_t>& v) {
@@ -131,22 +118,6 @@ TEST(FastContract, EffectiveStrideAndBorderAreAccepted) {
         EXPECT_TRUE(log.texts().empty());
         EXPECT_EQ(slack.count, 3u);
     }
-}
-
-TEST(FastContract, RefusedCallStillLeavesItsTraceLine) {
-    const uint8_t saved = libLogPrint;
-    libLogPrint = 1;
-    pxr::test::ForceKind force(PXR_ROW_CornerFast10Scoreu8, 1);
-    pxr::test::LogCapture log;
-    uint32_t xy[2], scores[1];
-    pxrCornerFast10Scoreu8(nullptr, 16, 16, 0, 10, 3, xy, scores, 1, nullptr, 0, nullptr);
-    libLogPrint = saved;
-    const auto lines = log.lines();
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].text, "pxrCornerFast10Scoreu8_SIMDX");
-    EXPECT_EQ(lines[0].tag, "pixora_runtime_log");
-    EXPECT_EQ(lines[1].tag, "pixora_lib_log");
-    EXPECT_EQ(lines[1].priority, 6);
 }
 
 TEST(FastContractDeathTest, SuppressionWithoutTempBufEndsTheProcess) {

@@ -103,23 +103,11 @@ std::unique_ptr<Outputs> runKind(const Member& m, const Shape& s, const Case& c,
     fast9_corner_score_ = kind ? fast9_corner_scoreV : fast9_corner_scoreC;
     fast10_corner_score_ = kind ? fast10_corner_scoreV : fast10_corner_scoreC;
     pxr::test::LogCapture log;
-    fast_test::Args a;
-    a.src = src.data();
-    a.width = s.width;
-    a.height = s.height;
-    a.stride = s.slack ? src.stride() : 0;
-    a.barrier = c.barrier;
-    a.border = s.width % 5;  // 0 .. 4: effective 3 or 4
-    a.xy = out->xy.data();
-    a.scores = out->scores.data();
-    a.max = max;
-    a.count = out->count.data();
-    a.mask = mask ? mask->data() : nullptr;
-    a.maskWidth = maskWidth;
-    a.maskHeight = maskHeight;
-    a.nms = c.nms;
-    a.tempBuf = out->temp.data();
-    m.call(a);
+    m.call({.src = src.data(), .width = s.width, .height = s.height, .stride = s.slack ? src.stride() : 0,
+            .barrier = c.barrier, .border = s.width % 5,  // 0 .. 4: effective 3 or 4
+            .xy = out->xy.data(), .scores = out->scores.data(), .max = max, .count = out->count.data(),
+            .mask = mask ? mask->data() : nullptr, .maskWidth = maskWidth, .maskHeight = maskHeight, .nms = c.nms,
+            .tempBuf = out->temp.data()});
     out->log = log.texts();
     fast9_corner_score_ = saved9;
     fast10_corner_score_ = saved10;

@@ -41,23 +41,11 @@ void call(const fast_test::Member& m, const FuzzArgs& a, const uint8_t* src, boo
     const uint32_t mw = k == 5 ? a.width + 3 : k >= 0 ? a.width >> k : a.width << -k;
     const uint32_t mh = k == 5 ? a.height : k >= 0 ? a.height >> k : a.height << -k;
     std::vector<uint8_t> maskBits(std::max<size_t>((size_t{mw} + 7) / 8 * mh, 1), static_cast<uint8_t>(pick * 37));
-    fast_test::Args args;
-    args.src = src;
-    args.width = a.width;
-    args.height = a.height;
-    args.stride = a.srcStride;
-    args.barrier = pick % 3 == 0 ? 0 : pick * 3;
-    args.border = a.border + (pick % 7 == 0 ? 3 : 0);
-    args.xy = xy.data();
-    args.scores = scores.data();
-    args.max = max;
-    args.count = count.data();
-    args.mask = nullOne && which == 3 ? nullptr : maskBits.data();
-    args.maskWidth = mw;
-    args.maskHeight = mh;
-    args.nms = pick & 1;
-    args.tempBuf = temp.data();
-    m.call(args);
+    m.call({.src = src, .width = a.width, .height = a.height, .stride = a.srcStride,
+            .barrier = pick % 3 == 0 ? 0 : pick * 3, .border = a.border + (pick % 7 == 0 ? 3 : 0), .xy = xy.data(),
+            .scores = scores.data(), .max = max, .count = count.data(),
+            .mask = nullOne && which == 3 ? nullptr : maskBits.data(), .maskWidth = mw, .maskHeight = mh,
+            .nms = pick & 1, .tempBuf = temp.data()});
 }
 
 }  // namespace

@@ -318,13 +318,6 @@ TEST(FastGoldenSuppression, NeighbourRules) {
     // Equal peaks side by side both go, and so does what they beat.
     EXPECT_EQ(suppress({{1, 2, 10}, {2, 2, 20}, {3, 2, 20}, {9, 2, 5}}), (L{{9, 2, 5}}));
     EXPECT_EQ(suppress({{1, 0, 10}, {2, 0, 40}, {3, 0, 20}, {0, 1, 50}, {3, 1, 30}}), (L{{2, 0, 40}, {0, 1, 50}}));
-
-    // The row-start table: 0xFFFFFFFF for rows without corners, up to the last corner's row only.
-    std::vector<uint32_t> xy = {4, 2, 9, 2, 1, 4}, scores = {1, 2, 3}, rowStart(8, 0xAB), out(6), outS(3);
-    uint32_t n = 0;
-    nms_processing(xy.data(), scores.data(), rowStart.data(), 3, out.data(), outS.data(), &n);
-    EXPECT_EQ(rowStart, (std::vector<uint32_t>{0xFFFFFFFF, 0xFFFFFFFF, 0, 0xFFFFFFFF, 2, 0xAB, 0xAB, 0xAB}));
-    EXPECT_EQ(n, 3u);
 }
 
 TEST(FastGoldenSuppression, ThroughTheEntryPoints) {

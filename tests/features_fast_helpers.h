@@ -145,22 +145,10 @@ inline Found run(const Member& m, const Image& img, uint32_t barrier, uint32_t b
     std::vector<uint32_t> xy(2 * size_t{room}, 0xDEADBEEF), scores(room, 0xDEADBEEF);
     std::vector<uint32_t> temp(3 * size_t{room} + img.height, 0xDEADBEEF);
     uint32_t count = 0xDEADBEEF;
-    Args a;
-    a.src = img.data();
-    a.width = img.width;
-    a.height = img.height;
-    a.barrier = barrier;
-    a.border = border;
-    a.xy = xy.data();
-    a.scores = scores.data();
-    a.max = max;
-    a.count = &count;
-    a.mask = mask ? mask->data() : nullptr;
-    a.maskWidth = maskWidth;
-    a.maskHeight = maskHeight;
-    a.nms = nms;
-    a.tempBuf = temp.data();
-    m.call(a);
+    m.call({.src = img.data(), .width = img.width, .height = img.height, .barrier = barrier, .border = border,
+            .xy = xy.data(), .scores = scores.data(), .max = max, .count = &count,
+            .mask = mask ? mask->data() : nullptr, .maskWidth = maskWidth, .maskHeight = maskHeight, .nms = nms,
+            .tempBuf = temp.data()});
     Found f;
     f.count = count;
     if (count == 0xDEADBEEF) return f;

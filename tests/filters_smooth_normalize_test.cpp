@@ -98,32 +98,23 @@ TEST(SmoothNormalizeContract, InPlaceEqualsOutOfPlace) {
 TEST(SmoothNormalizeBadInput, ReturnsThreeSilentlyAndWritesNothing) {
     pxr::test::LogCapture log;
     GuardedImage src(8, 8, 4), dst(8, 8, 4);
-    const uint8_t* s = src.data();
-    uint8_t* d = dst.data();
-    auto u8 = [&](const uint8_t* a, uint32_t w, uint32_t h, uint32_t ss, uint32_t n, uint8_t* b, uint32_t ds) {
-        return pxrNormalizeLocalBoxu8(a, w, h, ss, n, b, ds);
+    struct Bad {
+        bool nullSrc, nullDst, inPlace;
+        uint32_t w, h, srcStride, n, dstStride;  // strides in elements
     };
-    EXPECT_EQ(u8(s, 8, 8, 8, 1, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 8, 8, 0, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 8, 8, 256, d, 8), 3);
-    EXPECT_EQ(u8(nullptr, 8, 8, 8, 3, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 8, 8, 3, nullptr, 8), 3);
-    EXPECT_EQ(u8(s, 0, 8, 8, 3, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 0, 8, 3, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 8, 7, 3, d, 8), 3);
-    EXPECT_EQ(u8(s, 8, 8, 8, 3, d, 7), 3);
-    EXPECT_EQ(u8(d, 8, 8, 8, 3, d, 9), 3);  // in place needs equal strides
-    auto f32 = [&](const float* a, uint32_t w, uint32_t h, uint32_t ss, uint32_t n, float* b, uint32_t ds) {
-        return pxrNormalizeLocalBoxf32(a, w, h, ss, n, b, ds);
-    };
-    const float* sf = src.as<float>();
-    float* df = dst.as<float>();
-    EXPECT_EQ(f32(sf, 8, 8, 32, 1, df, 32), 3);
-    EXPECT_EQ(f32(sf, 8, 8, 32, 256, df, 32), 3);
-    EXPECT_EQ(f32(nullptr, 8, 8, 32, 3, df, 32), 3);
-    EXPECT_EQ(f32(sf, 8, 8, 31, 3, df, 32), 3);
-    EXPECT_EQ(f32(sf, 8, 8, 32, 3, df, 31), 3);
-    EXPECT_EQ(f32(df, 8, 8, 32, 3, df, 36), 3);
+    const Bad bad[] = {{false, false, false, 8, 8, 8, 1, 8},   {false, false, false, 8, 8, 8, 0, 8},
+                       {false, false, false, 8, 8, 8, 256, 8}, {true, false, false, 8, 8, 8, 3, 8},
+                       {false, true, false, 8, 8, 8, 3, 8},    {false, false, false, 0, 8, 8, 3, 8},
+                       {false, false, false, 8, 0, 8, 3, 8},   {false, false, false, 8, 8, 7, 3, 8},
+                       {false, false, false, 8, 8, 8, 3, 7},   {false, false, true, 8, 8, 8, 3, 9}};
+    for (const Bad& b : bad) {
+        const uint8_t* s = b.nullSrc ? nullptr : b.inPlace ? dst.data() : src.data();
+        uint8_t* d = b.nullDst ? nullptr : dst.data();
+        EXPECT_EQ(pxrNormalizeLocalBoxu8(s, b.w, b.h, b.srcStride, b.n, d, b.dstStride), 3);
+        EXPECT_EQ(pxrNormalizeLocalBoxf32(reinterpret_cast<const float*>(s), b.w, b.h, b.srcStride * 4, b.n,
+                                          reinterpret_cast<float*>(d), b.dstStride * 4),
+                  3);
+    }
     EXPECT_TRUE(dst.untouched());
     EXPECT_TRUE(log.lines().empty());
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include "features/tracking/lk_core.h"
@@ -94,50 +95,48 @@ std::vector<float> grid(uint32_t w, uint32_t h, float margin, float step) {
 // ---------------------------------------------------------------------------
 // Tracking results.
 
-TEST(FeaturesLkGolden, SubPixelShiftIsRecoveredWithinAHundredthOfAPixel) {
-    const float dx = 1.3f, dy = -0.7f;
-    Pair p(texture(160, 120), texture(160, 120, dx, dy), 3);
-    const auto xy = grid(160, 120, 4.0f, 12.5f);
+// Runs the body for every generation, with all four rows on kind 0, then on kind 1.
+template <class Body>
+void everyKindAndGeneration(Body body) {
     for (uint32_t kind : {0u, 1u}) {
         AllRows force(kind);
         for (Gen gen : kGens) {
-            const Tracked t = track(gen, p, xy, 21, 21);
-            for (size_t i = 0; i < xy.size() / 2; ++i) {
-                ASSERT_EQ(t.status[i], 1) << "kind " << kind << " feature " << i;
-                EXPECT_NEAR(t.out[2 * i], xy[2 * i] + dx, 0.05f) << "kind " << kind << " feature " << i;
-                EXPECT_NEAR(t.out[2 * i + 1], xy[2 * i + 1] + dy, 0.05f) << "kind " << kind << " feature " << i;
-            }
+            SCOPED_TRACE("kind " + std::to_string(kind) + " generation " + std::to_string(int(gen)));
+            body(gen);
         }
     }
 }
 
-TEST(FeaturesLkGolden, OneLevelTracksOnTheFullImageOnly) {
-    Pair p(texture(96, 64), texture(96, 64, 0.6f, 0.35f), 3);
-    const std::vector<float> xy{30.0f, 30.0f, 61.5f, 20.25f};
-    for (uint32_t kind : {0u, 1u}) {
-        AllRows force(kind);
-        for (Gen gen : kGens) {
-            const Tracked t = track(gen, p, xy, 9, 9, 30, 1);
-            for (size_t i = 0; i < 2; ++i) {
-                EXPECT_EQ(t.status[i], 1);
-                EXPECT_NEAR(t.out[2 * i], xy[2 * i] + 0.6f, 0.05f);
-                EXPECT_NEAR(t.out[2 * i + 1], xy[2 * i + 1] + 0.35f, 0.05f);
+TEST(FeaturesLkGolden, SubPixelShiftIsRecoveredOnThreeLevelsAndOnOne) {
+    struct Shift {
+        uint32_t w, h;
+        float dx, dy;
+        int32_t levels, window;
+        std::vector<float> xy;
+    };
+    const Shift shifts[] = {{160, 120, 1.3f, -0.7f, 3, 21, grid(160, 120, 4.0f, 12.5f)},
+                            {96, 64, 0.6f, 0.35f, 1, 9, {30.0f, 30.0f, 61.5f, 20.25f}}};
+    for (const Shift& s : shifts) {
+        Pair p(texture(s.w, s.h), texture(s.w, s.h, s.dx, s.dy), 3);
+        everyKindAndGeneration([&](Gen gen) {
+            const Tracked t = track(gen, p, s.xy, s.window, s.window, 30, s.levels);
+            for (size_t i = 0; i < s.xy.size() / 2; ++i) {
+                ASSERT_EQ(t.status[i], 1) << "feature " << i;
+                EXPECT_NEAR(t.out[2 * i], s.xy[2 * i] + s.dx, 0.05f) << "feature " << i;
+                EXPECT_NEAR(t.out[2 * i + 1], s.xy[2 * i + 1] + s.dy, 0.05f) << "feature " << i;
             }
-        }
+        });
     }
 }
 
 TEST(FeaturesLkGolden, ZeroLevelsCopyTheStartAndMarkEveryFeatureTracked) {
     Pair p(texture(64, 48), texture(64, 48, 1.0f, 1.0f), 2);
     const std::vector<float> xy{10.5f, 7.25f, -40.0f, 1e9f};
-    for (uint32_t kind : {0u, 1u}) {
-        AllRows force(kind);
-        for (Gen gen : kGens) {
-            const Tracked t = track(gen, p, xy, 7, 7, 10, 0);
-            EXPECT_EQ(bitsOf(t.out), bitsOf(xy));
-            EXPECT_EQ(t.status, (std::vector<int32_t>{1, 1}));
-        }
-    }
+    everyKindAndGeneration([&](Gen gen) {
+        const Tracked t = track(gen, p, xy, 7, 7, 10, 0);
+        EXPECT_EQ(bitsOf(t.out), bitsOf(xy));
+        EXPECT_EQ(t.status, (std::vector<int32_t>{1, 1}));
+    });
 }
 
 TEST(FeaturesLkGolden, FlatPatchIsSingular) {
@@ -145,19 +144,16 @@ TEST(FeaturesLkGolden, FlatPatchIsSingular) {
     for (auto& v : flat.px) v = 100;
     Pair p(flat, flat, 3);
     const std::vector<float> xy{30.0f, 20.5f};
-    for (uint32_t kind : {0u, 1u}) {
-        AllRows force(kind);
-        for (Gen gen : kGens) {
-            // One level: the guess is the start.
-            Tracked t = track(gen, p, xy, 7, 7, 10, 1);
-            EXPECT_EQ(t.status[0], -2);
-            EXPECT_EQ(t.out, xy);
-            // Three levels: lost on the coarsest, in its coordinates.
-            t = track(gen, p, xy, 7, 7, 10, 3);
-            EXPECT_EQ(t.status[0], -2);
-            EXPECT_EQ(t.out, (std::vector<float>{7.5f, 5.125f}));
-        }
-    }
+    everyKindAndGeneration([&](Gen gen) {
+        // One level: the guess is the start.
+        Tracked t = track(gen, p, xy, 7, 7, 10, 1);
+        EXPECT_EQ(t.status[0], -2);
+        EXPECT_EQ(t.out, xy);
+        // Three levels: lost on the coarsest, in its coordinates.
+        t = track(gen, p, xy, 7, 7, 10, 3);
+        EXPECT_EQ(t.status[0], -2);
+        EXPECT_EQ(t.out, (std::vector<float>{7.5f, 5.125f}));
+    });
 }
 
 TEST(FeaturesLkGolden, WindowOutsideTheCoarsestLevelKeepsThatLevelsCoordinates) {
@@ -165,34 +161,27 @@ TEST(FeaturesLkGolden, WindowOutsideTheCoarsestLevelKeepsThatLevelsCoordinates) 
     // (-60, 40) is (-15, 10) on level 2, whose 7x7 window ends at x = -12;
     // (40, 200) is (10, 50) there, below the 24-row level.
     const std::vector<float> xy{-60.0f, 40.0f, 40.0f, 200.0f, 64.0f, 48.0f};
-    for (uint32_t kind : {0u, 1u}) {
-        AllRows force(kind);
-        for (Gen gen : kGens) {
-            const Tracked t = track(gen, p, xy, 7, 7);
-            EXPECT_EQ(t.status, (std::vector<int32_t>{-4, -4, 1}));
-            EXPECT_EQ(t.out[0], -15.0f);
-            EXPECT_EQ(t.out[1], 10.0f);
-            EXPECT_EQ(t.out[2], 10.0f);
-            EXPECT_EQ(t.out[3], 50.0f);
-            EXPECT_NEAR(t.out[4], 65.0f, 0.05f);
-            EXPECT_NEAR(t.out[5], 48.5f, 0.05f);
-        }
-    }
+    everyKindAndGeneration([&](Gen gen) {
+        const Tracked t = track(gen, p, xy, 7, 7);
+        EXPECT_EQ(t.status, (std::vector<int32_t>{-4, -4, 1}));
+        EXPECT_EQ(std::vector<float>(t.out.begin(), t.out.begin() + 4),
+                  (std::vector<float>{-15.0f, 10.0f, 10.0f, 50.0f}));
+        EXPECT_NEAR(t.out[4], 65.0f, 0.05f);
+        EXPECT_NEAR(t.out[5], 48.5f, 0.05f);
+    });
 }
 
 TEST(FeaturesLkGolden, WindowOfThreeIsRejectedByTheCore) {
     Pair p(texture(64, 48), texture(64, 48, 1.0f, 1.0f), 2);
     const std::vector<float> xy{20.0f, 20.0f, 30.5f, 12.0f};
-    for (uint32_t kind : {0u, 1u}) {
-        AllRows force(kind);
-        for (Gen gen : kGens)
-            for (auto [ww, wh] : {std::pair{3, 9}, std::pair{9, 3}}) {
-                const Tracked t = track(gen, p, xy, ww, wh);
-                EXPECT_EQ(t.out, xy);                                 // the starting copy
-                EXPECT_EQ(t.status, (std::vector<int32_t>{77, 77}));  // not written
-                EXPECT_EQ(t.rc, 0);
-            }
-    }
+    everyKindAndGeneration([&](Gen gen) {
+        for (auto [ww, wh] : {std::pair{3, 9}, std::pair{9, 3}}) {
+            const Tracked t = track(gen, p, xy, ww, wh);
+            EXPECT_EQ(t.out, xy);                                 // the starting copy
+            EXPECT_EQ(t.status, (std::vector<int32_t>{77, 77}));  // not written
+            EXPECT_EQ(t.rc, 0);
+        }
+    });
 }
 
 TEST(FeaturesLkGolden, InitialEstimateIsTheStartInTheSecondImage) {

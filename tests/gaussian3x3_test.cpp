@@ -40,28 +40,22 @@ const std::vector<uint8_t> kImpulse = {0, 0, 0, 0, 144, 0, 0, 0, 0};
 
 // Images narrower than 7 go through the status generation: the strided
 // generations refuse widths 2 to 6 (see Gaussian3x3Contract).
-TEST(Gaussian3x3Golden, InteriorTruncatesWeightedSum) {
+TEST(Gaussian3x3Golden, InteriorTruncatesAndBorderRenormalisesByNineAndTwelve) {
     auto out = run_v3(kImpulse, 3, 3, PIXORA_BORDER_DEFAULT, 0);
     EXPECT_EQ(out[4], 144 * 4 / 16);
+    EXPECT_EQ(out[0], 144 / 9);       // corner: diagonal neighbour, weight 1 of 9
+    EXPECT_EQ(out[1], 2 * 144 / 12);  // top edge: inner neighbour, weight 2 of 12
+    EXPECT_EQ(out[3], 2 * 144 / 12);  // left edge
+    EXPECT_EQ(out[8], 144 / 9);
     // Truncation, not rounding: 4 x 7 + 2 x 1 = 30 -> 30 / 16 = 1.875 -> 1.
-    std::vector<uint8_t> src = {0, 0, 0, 0, 7, 1, 0, 0, 0};
-    EXPECT_EQ(run_v3(src, 3, 3, PIXORA_BORDER_DEFAULT, 0)[4], 1);
+    EXPECT_EQ(run_v3({0, 0, 0, 0, 7, 1, 0, 0, 0}, 3, 3, PIXORA_BORDER_DEFAULT, 0)[4], 1);
+    // Truncating division: 20 / 9 = 2.2 -> 2 at a corner.
+    EXPECT_EQ(run_v3({0, 0, 0, 0, 20, 0, 0, 0, 0}, 3, 3, PIXORA_BORDER_DEFAULT, 0)[0], 2);
     // The same on a width the strided generation takes.
     std::vector<uint8_t> wide(7 * 3, 0);
     wide[7 + 3] = 7;
     wide[7 + 4] = 1;
     EXPECT_EQ(run_v2(wide, 7, 3, 0)[7 + 3], 1);
-}
-
-TEST(Gaussian3x3Golden, RenormalisedBorderDividesByNineAndTwelve) {
-    auto out = run_v3(kImpulse, 3, 3, PIXORA_BORDER_DEFAULT, 0);
-    EXPECT_EQ(out[0], 144 / 9);       // corner: diagonal neighbour, weight 1 of 9
-    EXPECT_EQ(out[1], 2 * 144 / 12);  // top edge: inner neighbour, weight 2 of 12
-    EXPECT_EQ(out[3], 2 * 144 / 12);  // left edge
-    EXPECT_EQ(out[8], 144 / 9);
-    // Truncating division: 20 / 9 = 2.2 -> 2 at a corner.
-    std::vector<uint8_t> src = {0, 0, 0, 0, 20, 0, 0, 0, 0};
-    EXPECT_EQ(run_v3(src, 3, 3, PIXORA_BORDER_DEFAULT, 0)[0], 2);
 }
 
 TEST(Gaussian3x3Golden, BlurBorderZeroLeavesBorderUntouched) {
@@ -86,24 +80,18 @@ TEST(Gaussian3x3Golden, TwoByTwoIsAllCorners) {
     EXPECT_EQ(out[3], 90 / 9);
 }
 
-TEST(Gaussian3x3Border, ConstantBorderAddsOutsideTaps) {
+TEST(Gaussian3x3Border, ConstantAddsOutsideTapsAndReplicateWeighsTheCornerNine) {
     const uint8_t v = 200;
     std::vector<uint8_t> src(6 * 4, v);
     auto out = run_v3(src, 6, 4, PIXORA_BORDER_CONSTANT, 0);
-    EXPECT_EQ(out[0], (9 * v) >> 4);       // corner: 7 of 16 weights outside
-    EXPECT_EQ(out[2], (12 * v) >> 4);      // edge: 4 of 16 outside
-    EXPECT_EQ(out[6 + 2], v);              // interior
+    EXPECT_EQ(out[0], (9 * v) >> 4);   // corner: 7 of 16 weights outside
+    EXPECT_EQ(out[2], (12 * v) >> 4);  // edge: 4 of 16 outside
+    EXPECT_EQ(out[6 + 2], v);          // interior
     auto lifted = run_v3(src, 6, 4, PIXORA_BORDER_CONSTANT, 10);
     EXPECT_EQ(lifted[0], (9 * v + 7 * 10) >> 4);
     EXPECT_EQ(lifted[2], (12 * v + 4 * 10) >> 4);
-}
-
-TEST(Gaussian3x3Border, ReplicateBorderWeightsTheCornerNine) {
-    // Corner 160, right neighbour 16, lower neighbour 32, diagonal 48:
-    // (9 x 160 + 3 x (16 + 32) + 48) >> 4.
-    std::vector<uint8_t> src = {160, 16, 32, 48};
-    auto out = run_v3(src, 2, 2, PIXORA_BORDER_REPLICATE, 0);
-    EXPECT_EQ(out[0], (9 * 160 + 3 * (16 + 32) + 48) >> 4);
+    // Replicate: corner 160, right 16, below 32, diagonal 48.
+    EXPECT_EQ(run_v3({160, 16, 32, 48}, 2, 2, PIXORA_BORDER_REPLICATE, 0)[0], (9 * 160 + 3 * (16 + 32) + 48) >> 4);
     std::vector<uint8_t> flat(5 * 5, 77);
     EXPECT_EQ(run_v3(flat, 5, 5, PIXORA_BORDER_REPLICATE, 0), flat);
 }

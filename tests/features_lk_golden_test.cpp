@@ -239,7 +239,10 @@ struct Recorder {
         gradients.push_back(pxr::lk::referenceKernels().gradientSums(ix, iy, stride, w, h));
         return gradients.back();
     }
-    static Kernels kernels() { return {&sample, pxr::lk::referenceKernels().derivatives, &gradient, pxr::lk::referenceKernels().mismatch}; }
+    static Kernels kernels() {
+        const Kernels& ref = pxr::lk::referenceKernels();
+        return {&sample, ref.derivatives, &gradient, ref.mismatch};
+    }
     static void reset(const uint8_t* secondImage, bool frozen) {
         second = secondImage;
         freeze = frozen;

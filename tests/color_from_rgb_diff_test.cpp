@@ -1,7 +1,6 @@
 // Every conversion from packed RGB on every kind against kind 0, byte for
 // byte, over odd, tiny, slack-strided and misaligned images (odd widths and
-// heights exercise the last chroma column and row of 4:2:2 and 4:2:0), and
-// every colour of the cube for the arithmetic of each formula.
+// heights exercise the last chroma column and row of 4:2:2 and 4:2:0).
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,9 +8,7 @@
 
 #include "color_from_rgb_members.h"
 #include "frame/row_ids.h"
-#include "imgproc/color/from_rgb.h"
 #include "pixora.h"
-#include "simd/color/from_rgb_v.h"
 #include "support/differential.h"
 
 using pxr::test::GuardedImage;
@@ -97,48 +94,3 @@ TEST(ColorFromRgbDifferential, Rotate180InternalRow) {
     pxrInternalImplTable[PXR_IROW_ColorRGB888ToRGB565Rotate180u8] = saved;
 }
 
-// All 2^24 colours through the 4:4:4 and per-pixel members, reference
-// against vector, on every vector target. Under the sanitizers (which look
-// for memory faults, not arithmetic) a lattice of every third value, 0 and
-// 255 included, keeps the time down.
-TEST(ColorFromRgbDifferential, EveryColourOfTheCube) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    const uint32_t step = 3;
-#else
-    const uint32_t step = 1;
-#endif
-    std::vector<uint8_t> rgb, rgba;
-    for (uint32_t r = 0; r < 256; r += step)
-        for (uint32_t g = 0; g < 256; g += step)
-            for (uint32_t b = 0; b < 256; b += step) {
-                rgb.insert(rgb.end(), {static_cast<uint8_t>(r), static_cast<uint8_t>(g), static_cast<uint8_t>(b)});
-                rgba.insert(rgba.end(), {static_cast<uint8_t>(r), static_cast<uint8_t>(g), static_cast<uint8_t>(b),
-                                         static_cast<uint8_t>(r ^ b)});
-            }
-    const uint32_t h = 255 / step + 1, w = h * h;  // one red value per row
-    std::vector<uint8_t> a(size_t{w} * h * 3), b(a.size()), a1(size_t{w} * h * 2), b1(a1.size());
-    std::vector<uint8_t> a2(a1.size()), b2(a1.size());
-    auto same = [&](const char* what, auto reference, auto vector) {
-        eachTarget([&](const char* target) {
-            reference();
-            vector();
-            EXPECT_TRUE(a == b && a1 == b1 && a2 == b2) << what << " on " << target;
-        });
-    };
-    same(
-        "RGB888 to YCbCr 4:4:4",
-        [&] { pxrColorRGB888ToYCbCr444Planaru8C(rgb.data(), w, h, 3 * w, a.data(), a1.data(), a2.data(), w, w, w); },
-        [&] { pxrColorRGB888ToYCbCr444Planaru8V(rgb.data(), w, h, 3 * w, b.data(), b1.data(), b2.data(), w, w, w); });
-    same(
-        "JPEG YCrCb", [&] { pxrColorRGB888toYCrCbu8C(rgb.data(), w, h, 3 * w, a.data(), 3 * w); },
-        [&] { pxrColorRGB888toYCrCbu8V(rgb.data(), w, h, 3 * w, b.data(), 3 * w); });
-    same(
-        "grey", [&] { pxrColorRGB888ToGrayu8C(rgb.data(), w, h, 3 * w, a.data(), w); },
-        [&] { pxrColorRGB888ToGrayu8V(rgb.data(), w, h, 3 * w, b.data(), w); });
-    same(
-        "HSV", [&] { pxrColorRGB888ToHSV888u8C(rgb.data(), w, h, 3 * w, a.data(), 3 * w); },
-        [&] { pxrColorRGB888ToHSV888u8V(rgb.data(), w, h, 3 * w, b.data(), 3 * w); });
-    same(
-        "LAB", [&] { pxrColorRGBA8888ToLABu8C(rgba.data(), w, h, 4 * w, a.data(), 3 * w); },
-        [&] { pxrColorRGBA8888ToLABu8V(rgba.data(), w, h, 4 * w, b.data(), 3 * w); });
-}

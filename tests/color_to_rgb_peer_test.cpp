@@ -47,25 +47,6 @@ TEST(ColorToRgbLibyuv, HalvingBothWaysMatchesTheBoxMean) {
     }
 }
 
-TEST(ColorToRgbLibyuv, SwapAndInterleaveMatch) {
-    for (Size s : kSizes) {
-        const int w = int(s.w), h = int(s.h);
-        auto c = randomBytes(2 * s.w * s.h, 7);
-        Plane ours(c.size()), peer(c.size());
-        pxrColorCbCrSwapu8(c.data(), s.w, s.h, 0, ours.data(), 0);
-        libyuv::SwapUVPlane(c.data(), 2 * w, peer.data(), 2 * w, w, h);
-        EXPECT_EQ(ours, peer);
-        // 444 pseudo-planar to planar is a plain split of the pairs.
-        auto y = randomBytes(s.w * s.h, 8);
-        Plane yy(y.size()), u(s.w * s.h), v(s.w * s.h), pu(u.size()), pv(v.size());
-        pxrColorYCbCr444PseudoPlanarToYCbCr444Planaru8(y.data(), c.data(), s.w, s.h, 0, 0, yy.data(), u.data(),
-                                                       v.data(), 0, 0, 0);
-        libyuv::SplitUVPlane(c.data(), 2 * w, pu.data(), w, pv.data(), w, w, h);
-        EXPECT_EQ(u, pu);
-        EXPECT_EQ(v, pv);
-    }
-}
-
 #endif  // PIXORA_HAVE_LIBYUV
 
 #ifdef PIXORA_HAVE_OPENCV

@@ -1,6 +1,5 @@
 // Helpers of the smoothing-filter tests: typed images, shapes whose rows are
-// aligned to wider elements, finite float test data, and direct
-// (non-separable) models of the filters written from their definitions.
+// aligned to wider elements, finite float test data, the binomial weights.
 #pragma once
 
 #include <algorithm>
@@ -89,33 +88,6 @@ inline std::vector<int64_t> pascal(int n) {
     for (int i = 1; i <= n; ++i)
         for (int k = i; k > 0; --k) r[k] += r[k - 1];
     return r;
-}
-
-inline int64_t floorDiv(int64_t a, int64_t b) { return a / b - ((a % b != 0) && (a < 0)); }
-
-// The binomial Gaussian, straight from its definition: the 2-D sum over the
-// in-image taps, divided (rounding down) by their weights. Interior pixels
-// have all weights and so get the sum shifted right. blurBorder other than 1
-// keeps the border pixels of `out`.
-template <class T>
-void gaussModel(const Img<T>& src, int radius, int blurBorder, Img<T>& out) {
-    const auto w = pascal(2 * radius);
-    const int W = static_cast<int>(src.w), H = static_cast<int>(src.h);
-    for (int y = 0; y < H; ++y)
-        for (int x = 0; x < W; ++x) {
-            const bool border = x < radius || y < radius || x >= W - radius || y >= H - radius;
-            if (border && blurBorder != 1) continue;
-            int64_t sum = 0, weight = 0;
-            for (int dy = -radius; dy <= radius; ++dy)
-                for (int dx = -radius; dx <= radius; ++dx) {
-                    const int sx = x + dx, sy = y + dy;
-                    if (sx < 0 || sy < 0 || sx >= W || sy >= H) continue;
-                    const int64_t wt = w[dx + radius] * w[dy + radius];
-                    sum += wt * static_cast<int64_t>(src.at(sx, sy));
-                    weight += wt;
-                }
-            out.at(x, y) = static_cast<T>(floorDiv(sum, weight));
-        }
 }
 
 inline uint8_t boxRoundModel(uint32_t sum, uint32_t multiplier) {

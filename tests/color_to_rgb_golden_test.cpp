@@ -112,22 +112,6 @@ TEST(ColorToRgbGolden, SubsampledChromaCoversItsBlockAndOddEdges) {
     }
 }
 
-// The forward conversion reads its first byte as blue, the inverse writes
-// red first: a pure first-byte pixel, Y 29 (grey would give 76), comes back
-// with its energy in the third byte.
-TEST(ColorToRgbGolden, ForwardAndInverseByteOrdersDifferOnPurpose) {
-    const uint8_t src[3] = {255, 0, 0};
-    uint8_t y = 0, cb = 0, cr = 0, grey = 0;
-    pxrColorRGB888ToYCbCr444Planaru8(src, 1, 1, 0, &y, &cb, &cr, 0, 0, 0);
-    pxrColorRGB888ToGrayu8(src, 1, 1, 0, &grey, 0);
-    EXPECT_EQ(y, 29);
-    EXPECT_EQ(grey, 76);
-    const Px back = planar444(y, cb, cr);
-    EXPECT_LE(back[0], 2);
-    EXPECT_LE(back[1], 2);
-    EXPECT_GE(back[2], 253);
-}
-
 // ---- JPEG-style decoders ------------------------------------------------------------
 
 TEST(ColorToRgbJpeg, RoundsEachComponentOnce) {

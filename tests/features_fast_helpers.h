@@ -36,71 +36,46 @@ struct Member {
     uint32_t detectRow;
 };
 
+#define FAST_HEAD a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy
+#define FAST_MASK a.mask, a.maskWidth, a.maskHeight
 inline const std::vector<Member>& members() {
     static const std::vector<Member> list = {
         {"pxrCornerFast9u8", PXR_ROW_CornerFast9u8, 9, false, false, false,
-         [](const Args& a) {
-             pxrCornerFast9u8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.max, a.count);
-         },
-         PXR_ROW_CornerFast9u8},
+         [](const Args& a) { pxrCornerFast9u8(FAST_HEAD, a.max, a.count); }, PXR_ROW_CornerFast9u8},
         {"pxrCornerFast9InMasku8", PXR_ROW_CornerFast9InMasku8, 9, true, false, false,
-         [](const Args& a) {
-             pxrCornerFast9InMasku8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.max, a.count,
-                                    a.mask, a.maskWidth, a.maskHeight);
-         },
+         [](const Args& a) { pxrCornerFast9InMasku8(FAST_HEAD, a.max, a.count, FAST_MASK); },
          PXR_ROW_CornerFast9InMasku8},
         {"pxrCornerFast9Scoreu8", PXR_ROW_CornerFast9Scoreu8, 9, false, true, false,
-         [](const Args& a) {
-             pxrCornerFast9Scoreu8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.scores, a.max,
-                                   a.count);
-         },
-         PXR_ROW_CornerFast9u8},
+         [](const Args& a) { pxrCornerFast9Scoreu8(FAST_HEAD, a.scores, a.max, a.count); }, PXR_ROW_CornerFast9u8},
         {"pxrCornerFast9InMaskScoreu8", PXR_ROW_CornerFast9InMaskScoreu8, 9, true, true, false,
-         [](const Args& a) {
-             pxrCornerFast9InMaskScoreu8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.scores,
-                                         a.max, a.count, a.mask, a.maskWidth, a.maskHeight);
-         },
+         [](const Args& a) { pxrCornerFast9InMaskScoreu8(FAST_HEAD, a.scores, a.max, a.count, FAST_MASK); },
          PXR_ROW_CornerFast9InMasku8},
         {"pxrCornerFast9Scoreu8_v2", PXR_ROW_CornerFast9Scoreu8_v2, 9, false, true, true,
-         [](const Args& a) {
-             pxrCornerFast9Scoreu8_v2(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.scores,
-                                      a.max, a.count, a.nms, a.tempBuf);
-         },
+         [](const Args& a) { pxrCornerFast9Scoreu8_v2(FAST_HEAD, a.scores, a.max, a.count, a.nms, a.tempBuf); },
          PXR_ROW_CornerFast9u8},
         {"pxrCornerFast9InMaskScoreu8_v2", PXR_ROW_CornerFast9InMaskScoreu8_v2, 9, true, true, true,
          [](const Args& a) {
-             pxrCornerFast9InMaskScoreu8_v2(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy,
-                                            a.scores, a.max, a.count, a.mask, a.maskWidth, a.maskHeight, a.nms,
-                                            a.tempBuf);
+             pxrCornerFast9InMaskScoreu8_v2(FAST_HEAD, a.scores, a.max, a.count, FAST_MASK, a.nms, a.tempBuf);
          },
          PXR_ROW_CornerFast9InMasku8},
         {"pxrCornerFast10u8", PXR_ROW_CornerFast10u8, 10, false, false, false,
-         [](const Args& a) {
-             pxrCornerFast10u8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.max, a.count);
-         },
-         PXR_ROW_CornerFast10u8},
+         [](const Args& a) { pxrCornerFast10u8(FAST_HEAD, a.max, a.count); }, PXR_ROW_CornerFast10u8},
         {"pxrCornerFast10InMasku8", PXR_ROW_CornerFast10InMasku8, 10, true, false, false,
-         [](const Args& a) {
-             pxrCornerFast10InMasku8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.max,
-                                     a.count, a.mask, a.maskWidth, a.maskHeight);
-         },
+         [](const Args& a) { pxrCornerFast10InMasku8(FAST_HEAD, a.max, a.count, FAST_MASK); },
          PXR_ROW_CornerFast10InMasku8},
         {"pxrCornerFast10Scoreu8", PXR_ROW_CornerFast10Scoreu8, 10, false, true, true,
-         [](const Args& a) {
-             pxrCornerFast10Scoreu8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy, a.scores,
-                                    a.max, a.count, a.nms, a.tempBuf);
-         },
+         [](const Args& a) { pxrCornerFast10Scoreu8(FAST_HEAD, a.scores, a.max, a.count, a.nms, a.tempBuf); },
          PXR_ROW_CornerFast10u8},
         {"pxrCornerFast10InMaskScoreu8", PXR_ROW_CornerFast10InMaskScoreu8, 10, true, true, true,
          [](const Args& a) {
-             pxrCornerFast10InMaskScoreu8(a.src, a.width, a.height, a.stride, a.barrier, a.border, a.xy,
-                                          a.scores, a.max, a.count, a.mask, a.maskWidth, a.maskHeight, a.nms,
-                                          a.tempBuf);
+             pxrCornerFast10InMaskScoreu8(FAST_HEAD, a.scores, a.max, a.count, FAST_MASK, a.nms, a.tempBuf);
          },
          PXR_ROW_CornerFast10InMasku8},
     };
     return list;
 }
+#undef FAST_HEAD
+#undef FAST_MASK
 
 inline const Member& member(const std::string& name) {
     for (const auto& m : members())

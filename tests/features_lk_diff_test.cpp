@@ -28,26 +28,20 @@ namespace {
 
 enum class Entry { U8, F32, V2, V3Iterations, V3Epsilon, V3Both, V3Estimate };
 
-const char* nameOf(Entry e) {
-    switch (e) {
-        case Entry::U8: return "pxrTrackLKOpticalFlowu8";
-        case Entry::F32: return "pxrTrackLKOpticalFlowf32";
-        case Entry::V2: return "pxrTrackLKOpticalFlowu8_v2";
-        case Entry::V3Iterations: return "pxrTrackLKOpticalFlowu8_v3 (iterations)";
-        case Entry::V3Epsilon: return "pxrTrackLKOpticalFlowu8_v3 (epsilon)";
-        case Entry::V3Both: return "pxrTrackLKOpticalFlowu8_v3 (both)";
-        default: return "pxrTrackLKOpticalFlowu8_v3 (estimate)";
-    }
-}
-
-uint32_t rowOf(Entry e) {
-    switch (e) {
-        case Entry::U8: return PXR_ROW_TrackLKOpticalFlowu8;
-        case Entry::F32: return PXR_ROW_TrackLKOpticalFlowf32;
-        case Entry::V2: return PXR_ROW_TrackLKOpticalFlowu8_v2;
-        default: return PXR_ROW_TrackLKOpticalFlowu8_v3;
-    }
-}
+struct EntryInfo {
+    Entry entry;
+    const char* name;
+    uint32_t row;
+};
+const EntryInfo kEntries[] = {
+    {Entry::U8, "pxrTrackLKOpticalFlowu8", PXR_ROW_TrackLKOpticalFlowu8},
+    {Entry::F32, "pxrTrackLKOpticalFlowf32", PXR_ROW_TrackLKOpticalFlowf32},
+    {Entry::V2, "pxrTrackLKOpticalFlowu8_v2", PXR_ROW_TrackLKOpticalFlowu8_v2},
+    {Entry::V3Iterations, "pxrTrackLKOpticalFlowu8_v3 (iterations)", PXR_ROW_TrackLKOpticalFlowu8_v3},
+    {Entry::V3Epsilon, "pxrTrackLKOpticalFlowu8_v3 (epsilon)", PXR_ROW_TrackLKOpticalFlowu8_v3},
+    {Entry::V3Both, "pxrTrackLKOpticalFlowu8_v3 (both)", PXR_ROW_TrackLKOpticalFlowu8_v3},
+    {Entry::V3Estimate, "pxrTrackLKOpticalFlowu8_v3 (estimate)", PXR_ROW_TrackLKOpticalFlowu8_v3},
+};
 
 struct Case {
     uint32_t width, height, slack;
@@ -125,8 +119,8 @@ Result run(Entry e, Scene& s, const Case& c) {
             break;
         }
     }
-    EXPECT_TRUE(out.guardsIntact()) << nameOf(e) << ": wrote past featureXY_out";
-    EXPECT_TRUE(status.guardsIntact()) << nameOf(e) << ": wrote past featureStatus";
+    EXPECT_TRUE(out.guardsIntact()) << "wrote past featureXY_out";
+    EXPECT_TRUE(status.guardsIntact()) << "wrote past featureStatus";
     return {out.bytes(), status.bytes(), status.values(), rc};
 }
 
@@ -142,11 +136,12 @@ TEST(FeaturesLkDiff, EveryEntryPointMatchesKindZero) {
     pxr::test::LogCapture quiet;
     uint32_t seed = 1;
     for (const Case& c : kCases) {
-        for (Entry e : {Entry::U8, Entry::F32, Entry::V2, Entry::V3Iterations, Entry::V3Epsilon, Entry::V3Both,
-                        Entry::V3Estimate}) {
+        for (const EntryInfo& info : kEntries) {
+            SCOPED_TRACE(info.name);
+            const Entry e = info.entry;
             const bool packed = e == Entry::U8 || e == Entry::F32;
             Scene scene(c, packed ? 0 : c.slack, seed++);
-            const uint32_t row = rowOf(e);
+            const uint32_t row = info.row;
             Result expected;
             {
                 uCHelper();  // kind 0 entirely on the reference kernels
@@ -155,13 +150,13 @@ TEST(FeaturesLkDiff, EveryEntryPointMatchesKindZero) {
                 uVHelper();
             }
             // Something was tracked: the comparison is not between two copies.
-            EXPECT_GT(std::count(expected.statuses.begin(), expected.statuses.end(), 1), 0) << nameOf(e);
+            EXPECT_GT(std::count(expected.statuses.begin(), expected.statuses.end(), 1), 0) << info.name;
             const auto kinds = pxr::test::kindsToCompare(row);
             ASSERT_FALSE(kinds.empty());
             pxr::test::forEachVectorTarget([&](const char* target) {
                 ForceKind force(row, PIXORA_KIND_SIMDX);
                 const Result got = run(e, scene, c);
-                const std::string where = std::string(nameOf(e)) + " on " + target + ", " + std::to_string(c.width) +
+                const std::string where = std::string(info.name) + " on " + target + ", " + std::to_string(c.width) +
                                           "x" + std::to_string(c.height) + " window " +
                                           std::to_string(c.windowWidth) + "x" + std::to_string(c.windowHeight) +
                                           " levels " + std::to_string(c.levels);
